@@ -1,0 +1,34 @@
+#pragma once
+// The whole lexicon of the program, filled once at start and read-only after:
+// the word tree of 2- to 9-letter words, the lists of 10- to 15-letter words
+// and the definitions of the short words.
+
+#include <array>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "lexicon/dico.h"
+#include "lexicon/word_list.h"
+
+namespace ostrane {
+
+struct Lexicon {
+  ClsDico Dico;
+  std::array<LongWordList, 6> MotsDic;  // MotsDic10 to MotsDic15
+  Definitions DefM23;
+
+  const LongWordList& LongWords(size_t length) const { return MotsDic[length - 10]; }
+  LongWordList& LongWords(size_t length) { return MotsDic[length - 10]; }
+
+  // Names of the resources: "DICO", "DIC10" to "DIC15", "M23".
+  static constexpr std::string_view kDico = "DICO";
+  static constexpr std::string_view kDefinitions = "M23";
+  static std::string LongListName(int length) { return "DIC" + std::to_string(length); }
+
+  // Loads everything in one go from a reader of named resources.
+  using Reader = std::function<std::string(std::string_view name)>;
+  void LoadAll(const Reader& read, const ClsDico::Progress& progress = nullptr);
+};
+
+}  // namespace ostrane
