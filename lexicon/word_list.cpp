@@ -31,12 +31,16 @@ void LongWordList::Load(std::string_view bytes) {
   list_.Load(bytes);
   sorted_.clear();
   sorted_.reserve(size_t(std::max(0, UBound())));
-  for (int32_t i = 0; i < UBound(); ++i) sorted_.push_back(list_.Element(i));
-  if (!std::is_sorted(sorted_.begin(), sorted_.end())) std::sort(sorted_.begin(), sorted_.end());
+  for (int32_t i = 0; i < UBound(); ++i) sorted_.push_back(i);
+  const auto byText = [this](int32_t a, int32_t b) { return Element(a) < Element(b); };
+  if (!std::is_sorted(sorted_.begin(), sorted_.end(), byText))
+    std::sort(sorted_.begin(), sorted_.end(), byText);
 }
 
 bool LongWordList::Contains(std::string_view word) const {
-  return std::binary_search(sorted_.begin(), sorted_.end(), word);
+  const auto it = std::lower_bound(sorted_.begin(), sorted_.end(), word,
+                                   [this](int32_t a, std::string_view w) { return Element(a) < w; });
+  return it != sorted_.end() && Element(*it) == word;
 }
 
 namespace {

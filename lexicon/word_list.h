@@ -40,7 +40,7 @@ class LongWordList {
 
  private:
   SplitList list_;
-  std::vector<std::string_view> sorted_;
+  std::vector<int32_t> sorted_;  // element indices in alphabetical order
 };
 
 // Code page 1252 to UTF-8.

@@ -1,0 +1,36 @@
+#pragma once
+// Shared pieces of the command-line tool: argument errors, the lexicon, and
+// the verbs each part of the program brings.
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace ostrane {
+struct Lexicon;
+}
+
+namespace ostrane::cli {
+
+using Args = std::vector<std::string>;
+
+// A bad argument: the tool prints its text on one line and exits with 2.
+struct UsageError : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+// The lexicon loaded from the program's own resources, once.
+const Lexicon& SharedLexicon();
+
+// Checks that a rack holds only letters and "?"; returns it upper-cased.
+std::string CheckedRack(const std::string& rack);
+// Parses a non-negative integer argument.
+long CheckedNumber(const std::string& text, const char* what);
+
+// Verbs: each returns the exit status.
+int RunCheck(const Args& args);
+int RunWords(const Args& args);
+int RunPattern(const Args& args);
+int RunLexicon(const Args& args);
+
+}  // namespace ostrane::cli

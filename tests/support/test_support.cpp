@@ -1,0 +1,59 @@
+#include "tests/support/test_support.h"
+
+#include <algorithm>
+#include <map>
+
+#include "data/resources.h"
+#include "lexicon/fatal.h"
+
+namespace ostrane::test {
+
+const Lexicon& RealLexicon() {
+  static const Lexicon* lexicon = [] {
+    auto* loaded = new Lexicon;
+    loaded->LoadAll([](std::string_view name) { return ReadResource(name); });
+    return loaded;
+  }();
+  return *lexicon;
+}
+
+std::string ListBytes(const std::vector<std::string>& words) {
+  std::string bytes;
+  for (const std::string& word : words) bytes += word + "\r\n";
+  bytes.append((4 - bytes.size() % 4) % 4, '\0');
+  return bytes;
+}
+
+Lexicon SmallLexicon(const std::vector<std::string>& words) {
+  std::vector<std::string> shortWords;
+  std::map<size_t, std::vector<std::string>> longWords;
+  for (const std::string& word : words) {
+    if (word.size() <= 9)
+      shortWords.push_back(word);
+    else
+      longWords[word.size()].push_back(word);
+  }
+  std::sort(shortWords.begin(), shortWords.end(), [](const std::string& a, const std::string& b) {
+    return a.size() != b.size() ? a.size() < b.size() : a < b;
+  });
+  Lexicon lexicon;
+  lexicon.Dico.DictionaryOrg(ListBytes(shortWords));
+  for (size_t length = 10; length <= 15; ++length) {
+    std::vector<std::string>& list = longWords[length];
+    std::sort(list.begin(), list.end());
+    lexicon.LongWords(length).Load(ListBytes(list));
+  }
+  return lexicon;
+}
+
+namespace {
+FatalHandler previousHandler;
+}
+
+FatalCatcher::FatalCatcher() {
+  previousHandler = SetFatalHandler([](const std::string& text) { throw FatalCalled(text); });
+}
+
+FatalCatcher::~FatalCatcher() { SetFatalHandler(previousHandler); }
+
+}  // namespace ostrane::test
