@@ -1,0 +1,101 @@
+// The options file: its exact text, and reading missing, short and odd files.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "records/options.h"
+
+namespace ostrane {
+namespace {
+
+class OptionsFile : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    dir_ = std::filesystem::temp_directory_path() /
+           ("ostrane-options-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "-" +
+            ::testing::UnitTest::GetInstance()->current_test_info()->name());
+    std::filesystem::create_directories(dir_);
+    file_ = dir_ / kOptionsFileName;
+  }
+  void TearDown() override { std::filesystem::remove_all(dir_); }
+  void Write(const std::string& text) { std::ofstream(file_, std::ios::binary) << text; }
+  std::string Read() {
+    std::ifstream in(file_, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), {});
+  }
+  std::filesystem::path dir_, file_;
+};
+
+constexpr const char* kDefaultText =
+    "Oui\r\n3\r\n120\r\nSonYes\r\nDureeYes\r\nImg plateau 2\r\nDef mots 23 1\r\nEncadrement 1\r\nResolutionE 0\r\n";
+
+TEST_F(OptionsFile, DefaultsAreWrittenAsNineLines) {
+  EXPECT_EQ(FormatOptions(Options{}), kDefaultText);
+  ASSERT_TRUE(WriteOptions(file_, Options{}));
+  EXPECT_EQ(Read(), kDefaultText);
+}
+
+TEST_F(OptionsFile, EveryValueRoundTrips) {
+  Options changed;
+  changed.OptMessages = "Non";
+  changed.OptLigne2 = 5;
+  changed.OptLigne3 = -7;
+  changed.OptSons = false;
+  changed.OptDuree = false;
+  changed.OptImage = 4;
+  changed.OptDef23 = 0;
+  changed.OptCadre = 0;
+  changed.OptResol = 1;
+  ASSERT_TRUE(WriteOptions(file_, changed));
+  EXPECT_EQ(Read(), "Non\r\n5\r\n-7\r\nSonNo\r\nDureeNo\r\nImg plateau 4\r\nDef mots 23 0\r\nEncadrement 0\r\nResolutionE 1\r\n");
+  Options read;
+  ASSERT_TRUE(ReadOptions(file_, read));
+  EXPECT_EQ(read, changed);
+}
+
+TEST_F(OptionsFile, MissingShortOrBrokenFilesGiveAllDefaults) {
+  Options read;
+  read.OptImage = 4;
+  EXPECT_FALSE(ReadOptions(file_, read));
+  EXPECT_EQ(read, Options{});
+  EXPECT_FALSE(std::filesystem::exists(file_));  // reading creates nothing
+
+  for (const std::string& text : {
+           std::string("Non\r\n5\r\n120\r\nSonNo\r\nDureeNo\r\nImg plateau 3\r\nDef mots 23 0\r\nEncadrement 0\r\n"),
+           std::string("Non\r\nabc\r\n120\r\nSonNo\r\nDureeNo\r\nImg plateau 3\r\nDef mots 23 0\r\nEncadrement 0\r\nResolutionE 1\r\n"),
+           std::string("Non\r\n5\r\n120\r\nSonNo\r\nDureeNo\r\nImg plateau x\r\nDef mots 23 0\r\nEncadrement 0\r\nResolutionE 1\r\n"),
+           std::string(""),
+       }) {
+    Write(text);
+    read.OptMessages = "Non";
+    EXPECT_FALSE(ReadOptions(file_, read)) << text;
+    EXPECT_EQ(read, Options{}) << text;
+  }
+}
+
+TEST_F(OptionsFile, OddLinesReadByTheirRules) {
+  // Anything but "SonNo" is sound on; only the last character of lines 6 to 9
+  // counts; line 1 is taken whole; extra lines are ignored.
+  Write("Peut-etre\r\n3\r\n120\r\nSonno\r\nDureeNo\r\nImg plateau 12\r\nDef23=0\r\nXX1\r\n9\r\nextra\r\n");
+  Options read;
+  ASSERT_TRUE(ReadOptions(file_, read));
+  EXPECT_EQ(read.OptMessages, "Peut-etre");
+  EXPECT_TRUE(read.OptSons);
+  EXPECT_FALSE(read.OptDuree);
+  EXPECT_EQ(read.OptImage, 2);
+  EXPECT_EQ(read.OptDef23, 0);
+  EXPECT_EQ(read.OptCadre, 1);
+  EXPECT_EQ(read.OptResol, 9);
+}
+
+TEST_F(OptionsFile, LinesClosedByLineFeedsAloneStillRead) {
+  Write("Non\n3\n120\nSonYes\nDureeYes\nImg plateau 3\nDef mots 23 1\nEncadrement 1\nResolutionE 0");
+  Options read;
+  ASSERT_TRUE(ReadOptions(file_, read));
+  EXPECT_EQ(read.OptMessages, "Non");
+  EXPECT_EQ(read.OptImage, 3);
+}
+
+}  // namespace
+}  // namespace ostrane

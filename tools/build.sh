@@ -1,0 +1,42 @@
+#!/usr/bin/env bash
+# Installs what Ostrane needs from Debian's packages, builds it, and then
+# either starts the program ("run") or runs every test ("test").
+set -euo pipefail
+
+cd "$(dirname "$0")/.."
+what="${1:-run}"
+
+packages=(build-essential cmake libgtest-dev libbenchmark-dev qt6-base-dev qt6-multimedia-dev
+          libgl-dev fonts-dejavu-core)
+missing=()
+for package in "${packages[@]}"; do
+  dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" || missing+=("$package")
+done
+if [ "${#missing[@]}" -gt 0 ]; then
+  sudo=""
+  [ "$(id -u)" -eq 0 ] || sudo="sudo"
+  $sudo apt-get update -qq
+  DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y --no-install-recommends "${missing[@]}"
+fi
+
+cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo
+cmake --build build -j "$(nproc)"
+
+case "$what" in
+  run)
+    if [ -x build/ostrane ]; then
+      exec ./build/ostrane
+    fi
+    # Until the window exists: the engine on an example rack.
+    ./build/ostrane-cli lexicon
+    exec ./build/ostrane-cli words ZEBRE?
+    ;;
+  test)
+    export QT_QPA_PLATFORM=offscreen
+    cd build && ctest --output-on-failure -j "$(nproc)"
+    ;;
+  *)
+    echo "usage: tools/build.sh [run|test]" >&2
+    exit 2
+    ;;
+esac
