@@ -2,7 +2,6 @@
 
 #include <QPainter>
 #include <QPainterPath>
-
 #include <array>
 #include <cmath>
 
@@ -14,19 +13,18 @@ namespace {
 
 // The premium squares, row 0 first; the n-th character is column n - 1.
 constexpr std::array<const char*, kSquares> kPremiums = {
-    "400100040001004", "030002000200030", "003000101000300", "100300010003001",
-    "000030000030000", "020002000200020", "001000101000100", "400100030001004",
-    "001000101000100", "020002000200020", "000030000030000", "100300010003001",
-    "003000101000300", "030002000200030", "400100040001004"};
+    "400100040001004", "030002000200030", "003000101000300", "100300010003001", "000030000030000",
+    "020002000200020", "001000101000100", "400100030001004", "001000101000100", "020002000200020",
+    "000030000030000", "100300010003001", "003000101000300", "030002000200030", "400100040001004"};
 
 struct Palette {
-  QColor line;                  // grid lines and the outer edge
-  std::array<QColor, 5> fill;   // by premium code
-  std::array<QColor, 5> ink;    // label colour by premium code
-  QColor star;                  // the centre star
+  QColor line;                 // grid lines and the outer edge
+  std::array<QColor, 5> fill;  // by premium code
+  std::array<QColor, 5> ink;   // label colour by premium code
+  QColor star;                 // the centre star
   QColor starEdge;
-  int bevel;                    // 0 flat, else width of the bevel in pixels
-  double shade;                 // strength of the soft gradient on flat squares
+  int bevel;     // 0 flat, else width of the bevel in pixels
+  double shade;  // strength of the soft gradient on flat squares
 };
 
 Palette PaletteOf(BoardStyle style) {
@@ -35,23 +33,32 @@ Palette PaletteOf(BoardStyle style) {
       return {QColor(0xe4, 0xea, 0xd8),
               {QColor(0x2f, 0x7d, 0x5c), QColor(0xa8, 0xd8, 0xf0), QColor(0x1f, 0x5c, 0xb4),
                QColor(0xf6, 0xb3, 0xbd), QColor(0xd4, 0x2a, 0x2a)},
-              {QColor(), QColor(0x0b, 0x3a, 0x6a), QColor(0xff, 0xff, 0xff),
-               QColor(0x7d, 0x10, 0x2c), QColor(0xff, 0xff, 0xff)},
-              QColor(0xc8, 0x1e, 0x4a), QColor(0x7d, 0x10, 0x2c), 0, 0.06};
+              {QColor(), QColor(0x0b, 0x3a, 0x6a), QColor(0xff, 0xff, 0xff), QColor(0x7d, 0x10, 0x2c),
+               QColor(0xff, 0xff, 0xff)},
+              QColor(0xc8, 0x1e, 0x4a),
+              QColor(0x7d, 0x10, 0x2c),
+              0,
+              0.06};
     case BoardStyle::Chocolat:
       return {QColor(0x3a, 0x21, 0x13),
               {QColor(0x8e, 0x5b, 0x3a), QColor(0xe2, 0xbc, 0x86), QColor(0x4c, 0x2a, 0x18),
                QColor(0xe6, 0xa8, 0x98), QColor(0x8c, 0x1f, 0x22)},
-              {QColor(), QColor(0x4a, 0x28, 0x14), QColor(0xf3, 0xd3, 0x9c),
-               QColor(0x6e, 0x1a, 0x1e), QColor(0xfb, 0xe8, 0xd0)},
-              QColor(0x8c, 0x1f, 0x22), QColor(0x4a, 0x10, 0x12), 0, 0.10};
+              {QColor(), QColor(0x4a, 0x28, 0x14), QColor(0xf3, 0xd3, 0x9c), QColor(0x6e, 0x1a, 0x1e),
+               QColor(0xfb, 0xe8, 0xd0)},
+              QColor(0x8c, 0x1f, 0x22),
+              QColor(0x4a, 0x10, 0x12),
+              0,
+              0.10};
     case BoardStyle::Relief:
       return {QColor(0x27, 0x30, 0x31),
               {QColor(0x6b, 0x8a, 0x88), QColor(0x92, 0xc8, 0xe4), QColor(0x2e, 0x5c, 0xa8),
                QColor(0xec, 0xa0, 0x92), QColor(0xc4, 0x34, 0x2e)},
-              {QColor(), QColor(0x0e, 0x36, 0x5e), QColor(0xff, 0xff, 0xff),
-               QColor(0x78, 0x18, 0x16), QColor(0xff, 0xff, 0xff)},
-              QColor(0xc4, 0x34, 0x2e), QColor(0x6a, 0x14, 0x12), 2, 0.0};
+              {QColor(), QColor(0x0e, 0x36, 0x5e), QColor(0xff, 0xff, 0xff), QColor(0x78, 0x18, 0x16),
+               QColor(0xff, 0xff, 0xff)},
+              QColor(0xc4, 0x34, 0x2e),
+              QColor(0x6a, 0x14, 0x12),
+              2,
+              0.0};
   }
   return {};
 }
@@ -74,21 +81,6 @@ QColor FacePixel(const Palette& p, const QColor& base, int i, int j) {
   const double t = (double(i) + double(j)) / double(2 * last);  // 0 top left .. 1 bottom right
   return t < 0.5 ? Mix(base, Qt::white, p.shade * (0.5 - t) * 2)
                  : Mix(base, Qt::black, p.shade * (t - 0.5) * 2);
-}
-
-QPainterPath Star(QPointF centre, double outer, double inner) {
-  QPainterPath path;
-  for (int k = 0; k < 10; ++k) {
-    const double r = (k % 2 == 0) ? outer : inner;
-    const double a = -M_PI / 2 + k * M_PI / 5;
-    const QPointF pt(centre.x() + r * std::cos(a), centre.y() + r * std::sin(a));
-    if (k == 0)
-      path.moveTo(pt);
-    else
-      path.lineTo(pt);
-  }
-  path.closeSubpath();
-  return path;
 }
 
 void DrawLabel(QPainter& painter, const Palette& p, char code, QPointF topLeft) {
@@ -133,8 +125,7 @@ QImage DrawBoard(BoardStyle style) {
       const QColor base = p.fill[PremiumCode(column, row) - '0'];
       const int x0 = kPitch * column + 2, y0 = kPitch * row + 2;
       for (int j = 0; j < kTileSize; ++j)
-        for (int i = 0; i < kTileSize; ++i)
-          board.setPixelColor(x0 + i, y0 + j, FacePixel(p, base, i, j));
+        for (int i = 0; i < kTileSize; ++i) board.setPixelColor(x0 + i, y0 + j, FacePixel(p, base, i, j));
     }
   }
   QPainter painter(&board);
@@ -146,7 +137,7 @@ QImage DrawBoard(BoardStyle style) {
       const QPointF topLeft(kPitch * column + 2, kPitch * row + 2);
       if (column == 7 && row == 7) {
         const QPointF centre = topLeft + QPointF(kTileSize / 2.0, kTileSize / 2.0 + 0.5);
-        const QPainterPath star = Star(centre, 14.0, 5.8);
+        const QPainterPath star = StarPath(centre, 14.0, 5.8);
         if (p.bevel > 0) painter.fillPath(star.translated(1, 1), Mix(p.fill[3], Qt::white, 0.4));
         painter.fillPath(star, p.star);
         painter.setPen(QPen(p.starEdge, 1.0));
@@ -177,8 +168,7 @@ void CheckBoard(const QImage& board, const QString& name) {
     }
   }
   for (int a = 0; a < 5; ++a)
-    for (int b = a + 1; b < 5; ++b)
-      Require(seen[a] != seen[b], name + ": two premiums share a colour");
+    for (int b = a + 1; b < 5; ++b) Require(seen[a] != seen[b], name + ": two premiums share a colour");
 }
 
 }  // namespace ostrane::draw

@@ -4,7 +4,6 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QPainterPath>
-
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -22,13 +21,11 @@ struct FaceFile {
 };
 
 const FaceFile kFaces[] = {
-    {Face::Sans, "DejaVuSans.ttf", QFont::Normal},
     {Face::SansBold, "DejaVuSans-Bold.ttf", QFont::Bold},
     {Face::CondensedBold, "DejaVuSansCondensed-Bold.ttf", QFont::Bold},
-    {Face::SerifBold, "DejaVuSerif-Bold.ttf", QFont::Bold},
 };
 
-QString g_families[4];
+QString g_families[2];
 bool g_keepGoing = false;
 int g_failures = 0;
 
@@ -74,8 +71,8 @@ QFont Font(Face face, int pixelSize) {
   font.setWeight(QFont::Weight(f.weight));
   if (face == Face::CondensedBold) font.setStretch(QFont::Condensed);
   font.setKerning(true);
-  font.setStyleStrategy(QFont::StyleStrategy(QFont::PreferAntialias | QFont::NoSubpixelAntialias |
-                                             QFont::NoFontMerging));
+  font.setStyleStrategy(
+      QFont::StyleStrategy(QFont::PreferAntialias | QFont::NoSubpixelAntialias | QFont::NoFontMerging));
   font.setHintingPreference(QFont::PreferFullHinting);
   return font;
 }
@@ -113,6 +110,21 @@ void DrawCentred(QPainter& painter, const QFont& font, const QString& text, QPoi
   painter.setFont(font);
   painter.setPen(colour);
   painter.drawText(QPointF(x, y), text);
+}
+
+QPainterPath StarPath(QPointF centre, double outer, double inner) {
+  QPainterPath path;
+  for (int k = 0; k < 10; ++k) {
+    const double r = (k % 2 == 0) ? outer : inner;
+    const double a = -M_PI / 2 + k * M_PI / 5;
+    const QPointF point(centre.x() + r * std::cos(a), centre.y() + r * std::sin(a));
+    if (k == 0)
+      path.moveTo(point);
+    else
+      path.lineTo(point);
+  }
+  path.closeSubpath();
+  return path;
 }
 
 QColor Mix(const QColor& a, const QColor& b, double t) {

@@ -5,6 +5,7 @@
 #include <QColor>
 #include <QFont>
 #include <QImage>
+#include <QPainterPath>
 #include <QPointF>
 #include <QRectF>
 #include <QString>
@@ -36,7 +37,7 @@ int Failures();
 // files are missing, since other faces would give other pictures.
 void LoadFonts();
 
-enum class Face { Sans, SansBold, CondensedBold, SerifBold };
+enum class Face { SansBold, CondensedBold };
 QFont Font(Face face, int pixelSize);
 
 // The rectangle covered by the ink of text drawn with its baseline at (0, 0).
@@ -46,6 +47,9 @@ QRectF InkBounds(const QFont& font, const QString& text);
 // rounded to a whole pixel so that hinted glyphs stay sharp.
 void DrawCentred(QPainter& painter, const QFont& font, const QString& text, QPointF centre,
                  const QColor& colour);
+
+// A five-pointed star, point upwards.
+QPainterPath StarPath(QPointF centre, double outer, double inner);
 
 // Blends two colours: t = 0 gives a, t = 1 gives b.
 QColor Mix(const QColor& a, const QColor& b, double t);

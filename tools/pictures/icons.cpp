@@ -73,8 +73,8 @@ QImage DrawWait(int phase) {
   const QColor sand(226, 168, 58), sandDark(190, 128, 30);
   painter.save();
   painter.setClipPath(glass);
-  const double top[] = {12.0, 17.5, 22.0};      // surface of the sand above
-  const double heap[] = {35.5, 31.0, 26.5};     // top of the heap below
+  const double top[] = {12.0, 17.5, 22.0};   // surface of the sand above
+  const double heap[] = {35.5, 31.0, 26.5};  // top of the heap below
   const int k = phase - 1;
   painter.setBrush(sand);
   painter.drawRect(QRectF(10, top[k], 28, 24.5 - top[k]));

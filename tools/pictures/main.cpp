@@ -7,7 +7,6 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QString>
-
 #include <cstdio>
 #include <vector>
 
@@ -38,8 +37,8 @@ std::vector<Picture> AllPictures() {
     all.push_back({QStringLiteral("let_") + QChar(c), DrawLetterFace(c), kFaceSize, kFaceSize, true});
   all.push_back({"let_blank", DrawBlankFace(), kFaceSize, kFaceSize, true});
   for (char c = 'a'; c <= 'z'; ++c)
-    all.push_back({QStringLiteral("jok_") + QChar(c), DrawJokerFace(char(c - 'a' + 'A')), kFaceSize,
-                   kFaceSize, true});
+    all.push_back(
+        {QStringLiteral("jok_") + QChar(c), DrawJokerFace(char(c - 'a' + 'A')), kFaceSize, kFaceSize, true});
   all.push_back({"arrow_h", DrawArrow(false), kArrowSize, kArrowSize, false});
   all.push_back({"arrow_v", DrawArrow(true), kArrowSize, kArrowSize, false});
   for (int phase = 1; phase <= 3; ++phase)
@@ -84,12 +83,13 @@ int main(int argc, char** argv) {
   for (const Picture& p : pictures) {
     const QString path = outDir + QLatin1Char('/') + p.name + QStringLiteral(".png");
     Require(p.image.width() == p.width && p.image.height() == p.height, p.name + ": drawn at the wrong size");
-    const QImage stored =
-        p.opaque ? p.image.convertToFormat(QImage::Format_RGB888) : p.image.convertToFormat(QImage::Format_ARGB32);
+    const QImage stored = p.opaque ? p.image.convertToFormat(QImage::Format_RGB888)
+                                   : p.image.convertToFormat(QImage::Format_ARGB32);
     Require(stored.save(path, "PNG"), QStringLiteral("cannot write ") + path);
     const QImage back(path);
     Require(!back.isNull(), QStringLiteral("cannot read back ") + path);
-    Require(back.width() == p.width && back.height() == p.height, path + QStringLiteral(": wrong size on disk"));
+    Require(back.width() == p.width && back.height() == p.height,
+            path + QStringLiteral(": wrong size on disk"));
     Require(back.hasAlphaChannel() == !p.opaque, path + QStringLiteral(": wrong kind of pixels"));
     Require(back.convertToFormat(QImage::Format_ARGB32) == stored.convertToFormat(QImage::Format_ARGB32),
             path + QStringLiteral(": reads back different"));

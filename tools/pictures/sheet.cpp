@@ -51,8 +51,7 @@ QImage Faces() {
   sheet.fill(kPanel);
   QPainter painter(&sheet);
   auto put = [&](int index, int line, const QImage& face) {
-    painter.drawImage(6 + (index % perRow) * cell, 6 + (line + index / perRow) * cell,
-                      Scaled(face, factor));
+    painter.drawImage(6 + (index % perRow) * cell, 6 + (line + index / perRow) * cell, Scaled(face, factor));
   };
   for (int i = 0; i < 26; ++i) {
     put(i, 0, DrawLetterFace(char('a' + i)));
@@ -116,8 +115,7 @@ void WriteSheets(const QString& dir) {
   Save(boards, dir + QStringLiteral("/sheet_boards.png"));
   for (BoardStyle style : {BoardStyle::Classique, BoardStyle::Chocolat, BoardStyle::Relief}) {
     const QImage corner = DrawBoard(style).copy(0, 0, 8 * kPitch + 2, 8 * kPitch + 2);
-    Save(Scaled(corner, 3),
-         dir + QStringLiteral("/sheet_corner_%1.png").arg(int(style)));
+    Save(Scaled(corner, 3), dir + QStringLiteral("/sheet_corner_%1.png").arg(int(style)));
   }
   Save(Faces(), dir + QStringLiteral("/sheet_faces.png"));
   Save(Smalls(), dir + QStringLiteral("/sheet_small.png"));

@@ -2,7 +2,6 @@
 
 #include <QPainter>
 #include <QPainterPath>
-
 #include <array>
 #include <cmath>
 
@@ -82,21 +81,6 @@ QImage ValueInk(int points) {
   return ink;
 }
 
-QPainterPath StarPath(QPointF centre, double outer, double inner) {
-  QPainterPath path;
-  for (int k = 0; k < 10; ++k) {
-    const double r = (k % 2 == 0) ? outer : inner;
-    const double a = -M_PI / 2 + k * M_PI / 5;
-    const QPointF pt(centre.x() + r * std::cos(a), centre.y() + r * std::sin(a));
-    if (k == 0)
-      path.moveTo(pt);
-    else
-      path.lineTo(pt);
-  }
-  path.closeSubpath();
-  return path;
-}
-
 QImage StarInk() {
   QImage ink = NewImage(kFaceSize, kFaceSize);
   QPainter painter(&ink);
@@ -137,8 +121,7 @@ int CountWhere(const QImage& image, int minAlpha) {
 
 // Checks of one face made of a ground, the letter's ink and a mark's ink (the
 // value or the star; may be null).
-void CheckFace(const QString& name, const QImage& ground, const QImage& letter,
-               const QImage& mark) {
+void CheckFace(const QString& name, const QImage& ground, const QImage& letter, const QImage& mark) {
   const QImage face = Compose(ground, letter, mark);
   for (int y = 0; y < kTestedSize; ++y)
     for (int x = 0; x < kTestedSize; ++x)
@@ -149,7 +132,10 @@ void CheckFace(const QString& name, const QImage& ground, const QImage& letter,
       for (int x = 0; x < kFaceSize; ++x) {
         const int alpha = qAlpha(ink->pixel(x, y));
         if (x >= kTestedSize || y >= kTestedSize)
-          Require(alpha == 0, name + QStringLiteral(": ink reaches the edge that is never recoloured at (%1, %2)").arg(x).arg(y));
+          Require(alpha == 0,
+                  name + QStringLiteral(": ink reaches the edge that is never recoloured at (%1, %2)")
+                             .arg(x)
+                             .arg(y));
         else if (alpha >= 160)
           Require(IsDark(face.pixel(x, y)), name + ": ink too light to be recoloured");
       }
@@ -172,8 +158,8 @@ QImage FittedLetter(QChar letter, const QImage& mark) {
   struct Try {
     int pixels, dx, dy;
   };
-  constexpr Try kTries[] = {{kLetterPixels, 0, 0},      {kLetterPixels, -1, 0},
-                            {kLetterPixels, -1, -1},    {kLetterPixels - 1, -1, 0},
+  constexpr Try kTries[] = {{kLetterPixels, 0, 0},       {kLetterPixels, -1, 0},
+                            {kLetterPixels, -1, -1},     {kLetterPixels - 1, -1, 0},
                             {kLetterPixels - 1, -1, -1}, {kLetterPixels - 2, -1, -1},
                             {kLetterPixels - 2, -2, -1}};
   for (const Try& t : kTries) {
