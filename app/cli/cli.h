@@ -32,5 +32,8 @@ int RunCheck(const Args& args);
 int RunWords(const Args& args);
 int RunPattern(const Args& args);
 int RunLexicon(const Args& args);
+int RunSolve(const Args& args);
+int RunScore(const Args& args);
+int RunBench(const Args& args);
 
 }  // namespace ostrane::cli

@@ -19,6 +19,9 @@ constexpr Verb kVerbs[] = {
     {"words", "words RACK", ostrane::cli::RunWords},
     {"pattern", "pattern MASK RACK [MINLEN]", ostrane::cli::RunPattern},
     {"lexicon", "lexicon", ostrane::cli::RunLexicon},
+    {"solve", "solve RACK [--board FILE] [--all] [--seed N]", ostrane::cli::RunSolve},
+    {"score", "score --board FILE EXPRESSION POSITION", ostrane::cli::RunScore},
+    {"bench", "bench [--games N] [--seed S]", ostrane::cli::RunBench},
 };
 
 int Usage() {

@@ -1,0 +1,106 @@
+#include "engine/board.h"
+
+#include <algorithm>
+
+#include "engine/line_scan.h"
+#include "engine/move_search.h"
+#include "lexicon/fatal.h"
+#include "lexicon/lexicon.h"
+
+namespace ostrane {
+namespace {
+
+// The premium squares, row A first; character n of a row is column n.
+constexpr std::array<std::string_view, 15> kPrimes = {
+    "400100040001004", "030002000200030", "003000101000300", "100300010003001",
+    "000030000030000", "020002000200020", "001000101000100", "400100030001004",
+    "001000101000100", "020002000200020", "000030000030000", "100300010003001",
+    "003000101000300", "030002000200030", "400100040001004"};
+
+}  // namespace
+
+ClsPlateau::ClsPlateau(const Lexicon& lexicon, EngineContext& context)
+    : lexicon_(lexicon), context_(context) {
+  objExpressions_.SubDico(lexicon);
+  tabSolutions_.emplace_back();
+}
+
+ClsPlateau::~ClsPlateau() = default;
+
+void ClsPlateau::CheckSquare(int x, int y) {
+  if (x < 0 || x >= kSize) FatalIndex("TabPlateau, colonne", x);
+  if (y < 0 || y >= kSize) FatalIndex("TabPlateau, ligne", y);
+}
+
+std::string ClsPlateau::SubCase(int x, int y) const {
+  const char c = Square(x, y);
+  return c ? std::string(1, c) : std::string();
+}
+
+void ClsPlateau::SubCase(int x, int y, std::string_view value) {
+  SetSquare(x, y, value.empty() ? '\0' : value.front());
+}
+
+char ClsPlateau::Square(int x, int y) const {
+  CheckSquare(x, y);
+  return At(x, y);
+}
+
+void ClsPlateau::SetSquare(int x, int y, char value) {
+  CheckSquare(x, y);
+  At(x, y) = value;
+}
+
+bool ClsPlateau::IsEmpty() const {
+  return std::all_of(squares_.begin(), squares_.end(), [](char c) { return c == '\0'; });
+}
+
+char ClsPlateau::TabPrime(int x, int y) {
+  CheckSquare(x, y);
+  return kPrimes[size_t(y)][size_t(x)];
+}
+
+void ClsPlateau::SubPlat() {
+  Yield();
+  std::array<char, kSize * kSize> turned;
+  for (int y = 0; y < kSize; ++y)
+    for (int x = 0; x < kSize; ++x) turned[size_t(y) * kSize + size_t(x)] = At(y, x);
+  Yield();
+  squares_ = turned;
+  Yield();
+}
+
+int16_t ClsPlateau::SubCaserWord(const ClsWord& word) {
+  const std::string& letters = word.Express;
+  const std::string place = UpperTrimmed(word.Place);
+  if (place.size() >= 4 || place.empty()) return 0;
+
+  const char first = place.front();
+  const bool across = first >= 'A' && first <= 'O';
+  int row, number;
+  if (across) {
+    row = first - 65;
+    number = PositionNumber(std::string_view(place).substr(1));
+  } else {
+    // Any last character is taken as the row letter: a wrong one fails on
+    // the square index below, not here.
+    row = static_cast<unsigned char>(place.back()) - 65;
+    number = PositionNumber(std::string_view(place).substr(0, place.size() - 1));
+  }
+  if (number > 15 || number < 1) return 0;
+  const int column = number - 1;
+  const int length = int(letters.size());
+
+  if (across) {
+    if (length + column >= 16) return 0;
+    for (int i = 0; i < length; ++i) SetSquare(column + i, row, letters[size_t(i)] == '-' ? '\0' : letters[size_t(i)]);
+  } else {
+    if (length + row > 15) return 0;
+    for (int i = 0; i < length; ++i) SetSquare(column, row + i, letters[size_t(i)] == '-' ? '\0' : letters[size_t(i)]);
+  }
+  return 0;
+}
+
+void ClsPlateau::SetYield(YieldHook hook) { yield_ = hook; }
+
+}  // namespace ostrane

@@ -1,0 +1,194 @@
+#pragma once
+// ClsPlateau, the board engine of one game: the fifteen-by-fifteen squares,
+// the premium squares, the search for plays, their scores and the choice of
+// the best one. Plain logic: it draws nothing and asks nothing of a window;
+// a long search lets the front end breathe through a yield hook, and the
+// front end may ask it to stop (SubLaisseBTon).
+//
+// Squares are addressed as (column x, row y), both 0 to 14. A square holds
+// nothing, a lower-case letter (a tile) or an upper-case letter (a blank
+// standing for that letter). A position is a row letter "A".."O" and a column
+// number "1".."15": letter first ("H8") for a word read across, number first
+// ("8H") for a word read down.
+//
+// The operations are spread over one file per concept: board.cpp (squares,
+// turning, laying a word), line_scan.cpp (walk, positions, reading a word,
+// line descriptors), scoring.cpp, move_search.cpp and solution_set.cpp.
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/context.h"
+#include "engine/solution_set.h"
+#include "lexicon/expressions.h"
+#include "lexicon/yield.h"
+
+namespace ostrane {
+
+struct Lexicon;
+class MoveSearch;
+struct LineEntries;
+struct Expression;
+
+class ClsPlateau {
+ public:
+  static constexpr int kSize = 15;
+  static constexpr int32_t kSolutionsBound = 100000;
+
+  // An empty board with SubWordFirst true. Cheap: the search's working
+  // buffers are made at the first search.
+  ClsPlateau(const Lexicon& lexicon, EngineContext& context);
+  ~ClsPlateau();
+  ClsPlateau(const ClsPlateau&) = delete;
+  ClsPlateau& operator=(const ClsPlateau&) = delete;
+
+  // ------------------------------------------------------------- squares
+  // The square (x, y): "" for none, else its one character. Indices outside
+  // 0..14 are a fatal index error.
+  std::string SubCase(int x, int y) const;
+  // Stores a square: "" clears it, otherwise its first character is kept.
+  void SubCase(int x, int y, std::string_view value);
+  // The same as one character, 0 for an empty square.
+  char Square(int x, int y) const;
+  void SetSquare(int x, int y, char value);
+  // True when no square holds anything.
+  bool IsEmpty() const;
+
+  // Premium code of a square: '0' plain, '1' letter x2, '2' letter x3,
+  // '3' word x2, '4' word x3. The table is symmetric in both diagonals.
+  static char TabPrime(int x, int y);
+
+  // True while no word has been laid: selects the first-play search.
+  bool SubWordFirst() const { return blnPremier_ != 0; }
+  void SubWordFirst(bool first) { blnPremier_ = first ? -1 : 0; }
+
+  // Turns the board through its main diagonal: (x, y) takes what (y, x)
+  // held. Yields before, between and after its two copying passes.
+  void SubPlat();
+
+  // Lays a play: Express along Place ("-" clears its square). A bad position
+  // or a word that would leave the board is refused silently. Returns 0.
+  int16_t SubCaserWord(const ClsWord& word);
+
+  // -------------------------------------------------------- line scanning
+  // The walk over occupied squares, row by row from A, left to right:
+  // SubFindLet(true) restarts it and returns ""; SubFindLet(false) returns the
+  // next occupied square ("H8"), or "" once the walk is over. A further call
+  // without a restart is a fatal index error.
+  std::string SubFindLet(bool debut);
+  // Row of a position, -1 for an empty one. Any last character of a
+  // number-first position is taken as its row letter.
+  int16_t SubTrouverLigne(std::string_view position) const;
+  // Column of a position, -1 when its number is not in 1..15.
+  int16_t SubColumn(std::string_view position) const;
+  // The word on the board from a position, in its direction, upper case.
+  std::string GetMot(std::string_view position) const;
+  // The same square with the other direction, on the board turned through
+  // its diagonal: "C5" <-> "3E".
+  std::string SubTurnPlace(std::string_view position) const;
+
+  // --------------------------------------------------------------- scoring
+  // Scores an expression ("maison", or "maison (m)" with the letters of the
+  // blanks) laid across from a letter-first position on the board as it
+  // stands. orientation 0: a play across; otherwise the board stands turned
+  // and Place comes back as the turned position. The board is not changed.
+  ClsWord SubScoreH(std::string_view mot, std::string_view position, int orientation);
+  // Value of one character: its letter's value for "a".."z", 0 below "a"
+  // (blanks, "?").
+  static int16_t SubScoreLetters(std::string_view car);
+  static int16_t SubScoreLetters(char car);
+
+  // ---------------------------------------------------------------- search
+  // Finds every play for the rack (lower-case letters, "?" for a blank) and
+  // keeps them in TabSolutions in the order found. Returns their count. May
+  // reorder `lettres` (the blanks go to its end).
+  int32_t TrouveSolution(std::string& lettres);
+  // True once a search has ended (false while one runs).
+  bool SubResult() const { return blnResultat_ != 0; }
+  // True only while a search runs.
+  bool SubCherche() const { return blnEnCours_ != 0; }
+  // Asks a running search to end; it ends at its next routine boundary with
+  // the plays found so far, the board the right way round.
+  void SubLaisseBTon(bool arret) { blnArret_ = arret ? -1 : 0; }
+  // Where the search lets the front end breathe (and may ask for a stop).
+  void SetYield(YieldHook hook);
+  // Where the first-play search asks whether to go on with a huge list.
+  void SetMessageBoxes(MessageBoxes* boxes) { objExpressions_.SetMessageBoxes(boxes); }
+
+  // ---------------------------------------------------------- solution set
+  // Level 5: the first play with the highest score, or nothing when no play
+  // scores above 0. Other levels: the first play nearest to (best - 2) x
+  // level / 5. Sets BytSens from TabSens at the best play's index.
+  std::optional<ClsWord> SubSortie(int niveau);
+  // Next free index of TabSolutions; the count of findings is one less.
+  int32_t LngProchain() const { return lngProchain_; }
+  int32_t SolutionCount() const { return lngProchain_ - 1; }
+  // Finding i (from 1). Index 0 and indices past the count read as an empty
+  // play; outside 0..100000 is a fatal index error.
+  const ClsWord& TabSolutions(int32_t i) const;
+
+  // --------------------------------------------------------------- context
+  ClsExpressions& ObjExpressions() { return objExpressions_; }
+  const ClsExpressions& ObjExpressions() const { return objExpressions_; }
+  EngineContext& Context() { return context_; }
+  const Lexicon& Words() const { return lexicon_; }
+
+ private:
+  friend class MoveSearch;
+
+  static void CheckSquare(int x, int y);
+  char& At(int x, int y) { return squares_[size_t(y) * kSize + size_t(x)]; }
+  char At(int x, int y) const { return squares_[size_t(y) * kSize + size_t(x)]; }
+  void Yield() const { yield_(); }
+
+  // Line scanning (line_scan.cpp).
+  bool NextOccupied(int& column, int& row);
+  void SubMasqueLigne(int column, int row, int budget, int shift, LineEntries& line) const;
+
+  // Scoring (scoring.cpp). SubPointsMot gives back `word` with the board's
+  // own tiles in place of its letters.
+  int16_t SubPointsMot(std::string& word, int row, int start) const;
+  ClsWord ScoreExpression(const Expression& expression, int row, int start, int orientation,
+                          std::string_view position) const;
+
+  // Search (move_search.cpp).
+  MoveSearch& Search();
+  int32_t SubPremierMot(std::string& lettres);
+  void SubLigneDessus(int column, int row, std::string& lettres, int orientation);
+  void SubLigneDessous(int column, int row, std::string& lettres, int orientation);
+  void SubLigneVoisine(int column, int row, int line, bool below, std::string& lettres,
+                       int orientation);
+  void SubLigneMeme(int column, int row, std::string& lettres, int orientation);
+  // Keeps one finding and its direction.
+  void StoreSolution(const ClsWord& word, int orientation);
+
+  const Lexicon& lexicon_;
+  EngineContext& context_;
+
+  std::array<char, kSize * kSize> squares_{};  // row-major: (x, y) at y * 15 + x
+  int16_t intColCourante_ = 0;
+  int16_t intLigCourante_ = 0;
+  ClsExpressions objExpressions_;
+  int16_t blnPremier_ = -1;
+  int16_t blnResultat_ = 0;
+  int16_t blnArret_ = 0;
+  int16_t blnEnCours_ = 0;
+  int32_t lngProchain_ = 1;
+  std::vector<ClsWord> tabSolutions_;  // index 0 stays empty
+
+  // The memory of SubLigneMeme: the last tile whose row it treated. Kept for
+  // the life of the object, across passes and searches.
+  int16_t intDerniereCol_ = 0;
+  int16_t intDerniereLig_ = 0;
+  int16_t blnDernier_ = 0;
+
+  YieldHook yield_;
+  std::unique_ptr<MoveSearch> search_;
+};
+
+}  // namespace ostrane

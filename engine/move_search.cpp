@@ -1,0 +1,510 @@
+#include "engine/move_search.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "engine/board.h"
+#include "engine/line_scan.h"
+#include "engine/scoring.h"
+#include "lexicon/fatal.h"
+#include "lexicon/lexicon.h"
+#include "lexicon/tables.h"
+
+namespace ostrane {
+namespace {
+
+constexpr int kMaxRack = 60;
+constexpr uint32_t kAllLetters = (1u << 26) - 1;
+constexpr int kNodeStackDepth = 50;
+
+inline bool IsLetter(char c) { return c >= 'A' && c <= 'Z'; }
+inline uint32_t Bit(char letter) { return 1u << (letter - 'A'); }
+
+}  // namespace
+
+// =================================================================== search
+
+MoveSearch& ClsPlateau::Search() {
+  if (!search_) search_ = std::make_unique<MoveSearch>(*this);
+  return *search_;
+}
+
+int32_t ClsPlateau::TrouveSolution(std::string& lettres) {
+  lngProchain_ = 1;
+  tabSolutions_.clear();
+  tabSolutions_.emplace_back();
+  blnResultat_ = 0;
+  blnEnCours_ = -1;
+  blnArret_ = 0;
+
+  int32_t count;
+  if (blnPremier_) {
+    count = SubPremierMot(lettres);
+  } else {
+    MoveSearch& search = Search();
+    search.BeginSearch();
+    int column, row;
+
+    // Plays across.
+    search.BeginPass(0);
+    SubFindLet(true);
+    while (NextOccupied(column, row) && !blnArret_) {
+      SubLigneDessus(column, row, lettres, 0);
+      if (blnArret_) break;
+      SubLigneMeme(column, row, lettres, 0);
+      if (blnArret_) break;
+      SubLigneDessous(column, row, lettres, 0);
+      if (blnArret_) break;
+    }
+
+    // Plays down, on the board turned through its diagonal. The row below a
+    // tile is not searched in this pass: a play down that touches the board
+    // only through tiles on its left is not found.
+    SubPlat();
+    search.BeginPass(1);
+    SubFindLet(true);
+    while (NextOccupied(column, row) && !blnArret_) {
+      SubLigneDessus(column, row, lettres, 1);
+      if (blnArret_) break;
+      SubLigneMeme(column, row, lettres, 1);
+      if (blnArret_) break;
+    }
+    SubPlat();
+    count = lngProchain_ - 1;
+  }
+  blnResultat_ = -1;
+  blnEnCours_ = 0;
+  return count;
+}
+
+void ClsPlateau::SubLigneDessus(int column, int row, std::string& lettres, int orientation) {
+  if (row == 0) return;
+  SubLigneVoisine(column, row, row - 1, false, lettres, orientation);
+}
+
+void ClsPlateau::SubLigneDessous(int column, int row, std::string& lettres, int orientation) {
+  if (row == 14) return;
+  SubLigneVoisine(column, row, row + 1, true, lettres, orientation);
+}
+
+void ClsPlateau::SubLigneVoisine(int column, int /*row*/, int line, bool below,
+                                 std::string& lettres, int /*orientation*/) {
+  if (Square(column, line) != '\0') return;
+  const int n = int(lettres.size());
+  LineEntries entries;
+  SubMasqueLigne(column, line, n, 0, entries);
+  const int a = entries.ReachStart();
+  const int e = entries.ReachEnd(a);
+  MoveSearch& search = Search();
+  char mask[24];
+  for (int s = a; s <= column;) {
+    bool hasFree;
+    const int length = entries.Mask(squares_.data(), line, s, e, n, mask, hasFree);
+    // The word must cover the square next to the tile. A word below may be
+    // one letter longer than one above: the difference is on purpose.
+    const int minLen = column - s + 1;
+    const int maxLen = e - s + (below ? 2 : 1);
+    search.Candidates(entries, line, s, mask, length, minLen, maxLen, lettres);
+    while (entries.Tile(s)) {
+      if (++s > column) return;
+    }
+    ++s;
+  }
+}
+
+void ClsPlateau::SubLigneMeme(int column, int row, std::string& lettres, int /*orientation*/) {
+  const int n = int(lettres.size());
+  LineEntries entries;
+  SubMasqueLigne(column - 1, row, n + 1, 1, entries);
+  entries.entry[size_t(column)] = LineEntries::kReached | LineEntries::kTile;
+
+  // A tile that only continues the run of tiles treated just before is
+  // skipped. The memory crosses passes and searches.
+  if (blnDernier_) {
+    if (column == intDerniereCol_ + 1 && row == intDerniereLig_) {
+      intDerniereCol_ = int16_t(column);
+      return;
+    }
+    blnDernier_ = 0;
+  }
+
+  const int a = entries.ReachStart();
+  const int e = entries.ReachEnd(a);
+  MoveSearch& search = Search();
+  char mask[24];
+  for (int s = a; s <= column;) {
+    bool hasFree;
+    int length = entries.Mask(squares_.data(), row, s, e, n, mask, hasFree);
+    int minLen = column - s;
+    if (minLen == 0) {
+      // A word that starts on the tile must go beyond its run.
+      int run = 0;
+      while (entries.Tile(s + run)) ++run;
+      minLen = 1 + run;
+    }
+    if (length == 1) mask[length++] = At(column, row);
+    const int maxLen = e - s + 2;
+    if (hasFree) {
+      search.Candidates(entries, row, s, mask, length, minLen, maxLen, lettres);
+      bool passed = false;
+      while (entries.Tile(s)) {
+        if (++s > column) {
+          passed = true;
+          break;
+        }
+      }
+      if (passed) break;
+    }
+    ++s;
+  }
+  intDerniereCol_ = int16_t(column);
+  intDerniereLig_ = int16_t(row);
+  blnDernier_ = -1;
+}
+
+// ------------------------------------------------------------ first play
+
+namespace {
+
+// Keeps only the blank letters that the rack cannot give. The running count
+// is not reset between letters.
+size_t SubTrieJoker(std::string& expression, const std::string& lettres) {
+  const Expression parts = SplitExpression(expression);
+  const std::string word(parts.word);
+  int counted = 0;
+  std::string kept;
+  for (const char b : parts.blanks) {
+    const int inRack = int(std::count(lettres.begin(), lettres.end(), b));
+    if (inRack == 0) {
+      kept += b;
+    } else {
+      counted += int(std::count(word.begin(), word.end(), b));
+      if (counted > inRack) kept += b;
+    }
+  }
+  expression = word + " (" + kept + ")";
+  return word.size();
+}
+
+}  // namespace
+
+int32_t ClsPlateau::SubPremierMot(std::string& lettres) {
+  const int32_t count = objExpressions_.SubCombinaisons(lettres);
+  std::string expression;
+  for (int32_t i = 1; i <= count; ++i) {
+    Yield();
+    expression.assign(objExpressions_.GetMot(i));
+    for (char& c : expression) c = LowerAscii(c);
+    const size_t length = expression.find(' ') != std::string::npos
+                              ? SubTrieJoker(expression, lettres)
+                              : expression.size();
+    // Every start that puts the word over the centre square, each across or
+    // down by chance (the premium table is symmetric: both score alike).
+    for (int q = 9 - int(length); q <= 8; ++q) {
+      const std::string position = "H" + std::to_string(q);
+      const int direction = int(2 * context_.Random.Rnd());
+      StoreSolution(SubScoreH(expression, position, direction), direction);
+    }
+  }
+  return lngProchain_ - 1;
+}
+
+// ================================================================ working side
+
+MoveSearch::MoveSearch(ClsPlateau& board) : board_(board), dico_(board.lexicon_.Dico) {
+  candidates_.reserve(4096);
+  text_.reserve(65536);
+  scored_.reserve(1024);
+}
+
+void MoveSearch::BeginSearch() {
+  rackReady_ = false;
+  stats_ = Stats{};
+}
+
+void MoveSearch::BeginPass(int orientation) {
+  orientation_ = orientation;
+  memo_.clear();
+  candidates_.clear();
+  text_.clear();
+  scored_.clear();
+  if (++passStamp_ == 0) {
+    std::fill(std::begin(crossStamp_), std::end(crossStamp_), 0u);
+    passStamp_ = 1;
+  }
+}
+
+void MoveSearch::PrepareRack(std::string& lettres) {
+  if (lettres.size() > size_t(kMaxRack)) FatalIndex("lettres", long(lettres.size()));
+  // Real letters are tried before the blanks.
+  std::stable_partition(lettres.begin(), lettres.end(), [](char c) { return c != '?'; });
+  rackLength_ = int(lettres.size());
+  for (int k = 0; k < rackLength_; ++k) rack_[k] = UpperAscii(lettres[size_t(k)]);
+  rackReady_ = true;
+}
+
+uint32_t MoveSearch::CrossSet(int x, int y) {
+  const size_t index = size_t(y) * 15 + size_t(x);
+  if (crossStamp_[index] == passStamp_) return crossSet_[index];
+  int top = y, bottom = y;
+  while (top > 0 && board_.At(x, top - 1) != '\0') --top;
+  while (bottom < 14 && board_.At(x, bottom + 1) != '\0') ++bottom;
+  std::string word;
+  for (int row = top; row <= bottom; ++row) word += UpperAscii(board_.At(x, row));
+  uint32_t set = 0;
+  for (char letter = 'A'; letter <= 'Z'; ++letter) {
+    word[size_t(y - top)] = letter;
+    std::string tested = word;
+    if (IsWordAsGiven(tested)) set |= Bit(letter);
+  }
+  crossStamp_[index] = passStamp_;
+  crossSet_[index] = set;
+  return set;
+}
+
+// The word test of the proof: 10 to 15 characters are compared as they stand
+// with the long lists, shorter words are walked in the tree in capitals.
+bool MoveSearch::IsWordAsGiven(std::string& word) const {
+  int32_t node = 0;
+  return board_.objExpressions_.SubWordIsTrue(word, node);
+}
+
+void MoveSearch::Candidates(const LineEntries& entries, int line, int start, const char* mask,
+                            int maskLength, int minLen, int maxLen, std::string& lettres) {
+  if (!rackReady_) PrepareRack(lettres);
+  ++stats_.masks;
+
+  // The words of a mask from a start on a line hold for the whole pass.
+  Key key;
+  bool keyed = maskLength <= 16;
+  key.a = uint64_t(line) | uint64_t(start) << 4 | uint64_t(maskLength) << 8;
+  for (int k = 0; k < maskLength && keyed; ++k) {
+    const char c = mask[k];
+    uint64_t code;
+    if (c == '*')
+      code = 0;
+    else if (IsLetter(UpperAscii(c)))
+      code = uint64_t(UpperAscii(c) - 'A' + 1);
+    else
+      keyed = false;
+    if (!keyed) break;
+    if (k < 10)
+      key.a |= code << (13 + 5 * k);
+    else
+      key.b |= code << (5 * (k - 10));
+  }
+  Range range;
+  if (keyed) {
+    const auto found = memo_.find(key);
+    if (found != memo_.end()) {
+      range = found->second;
+    } else {
+      range = Generate(entries, line, start, mask, maskLength);
+      memo_.emplace(key, range);
+    }
+  } else {
+    range = Generate(entries, line, start, mask, maskLength);
+  }
+
+  for (uint32_t k = range.first; k < range.first + range.count; ++k) {
+    Candidate& candidate = candidates_[k];
+    if (candidate.wordLength < minLen) continue;
+    board_.Yield();
+    if (candidate.wordLength > maxLen) continue;
+    if (candidate.state == 0) Prove(candidate, entries, line, start);
+    if (candidate.state > 0) board_.StoreSolution(scored_[size_t(candidate.scored)], orientation_);
+  }
+}
+
+void MoveSearch::Prove(Candidate& candidate, const LineEntries& entries, int line, int start) {
+  ++stats_.proofs;
+  const char* w = text_.data() + candidate.text;
+  const int length = candidate.wordLength;
+
+  // Cross-words, from the first square that is not plain.
+  int p = 1;
+  while (entries.Plain(start + p - 1)) ++p;
+  for (; p <= length; ++p) {
+    const int x = start + p - 1;
+    if (entries.Crossed(x) && !(CrossSet(x, line) & Bit(w[p - 1]))) {
+      candidate.state = -1;
+      return;
+    }
+  }
+
+  // The tiles that touch the word on its left and right make part of it.
+  std::string joined;
+  if (start != 0)
+    for (int x = start - 1; x >= 0 && entries.Tile(x); --x) joined.insert(joined.begin(), board_.At(x, line));
+  const size_t leftLength = joined.size();
+  joined.append(w, size_t(length));
+  for (int x = start + length; x <= 14 && entries.Tile(x); ++x) joined += board_.At(x, line);
+  std::string tested = joined;
+  if (!IsWordAsGiven(tested)) {
+    candidate.state = -1;
+    return;
+  }
+  (void)leftLength;
+
+  for (char& c : joined) c = LowerAscii(c);
+  std::string blanks(w + length, size_t(candidate.blankCount));
+  for (char& c : blanks) c = LowerAscii(c);
+  Expression expression;
+  expression.word = joined;
+  expression.hasBlank = candidate.blankCount > 0;
+  expression.blanks = blanks;
+  const std::string position = char(65 + line) + std::to_string(start + 1);
+  candidate.state = 1;
+  candidate.scored = int32_t(scored_.size());
+  scored_.push_back(board_.ScoreExpression(expression, line, start, orientation_, position));
+}
+
+// ------------------------------------------------------- the pattern search
+//
+// The walk of ClsExpressions::SubMasque, step for step, with one addition: a
+// letter on a free square whose cross-word it cannot make is laid and taken
+// back at once, as if no word went on from there.
+
+MoveSearch::Range MoveSearch::Generate(const LineEntries& entries, int line, int start,
+                                       const char* mask, int maskLength) {
+  ++stats_.generated;
+  if (maskLength > kMaxRack) FatalIndex("masque", maskLength);
+  maskLength_ = maskLength;
+  for (int k = 0; k < maskLength; ++k) mask_[k + 1] = UpperAscii(mask[k]);
+  bool freeBehind = false;
+  for (int k = maskLength; k >= 0; --k) {
+    freeAfter_[k] = freeBehind;
+    if (k >= 1 && mask_[k] == '*') freeBehind = true;
+  }
+  for (int k = 1; k <= maskLength; ++k) {
+    const int x = start + k - 1;
+    allowed_[k] = (mask_[k] == '*' && x <= 14 && entries.Crossed(x)) ? CrossSet(x, line)
+                                                                      : kAllLetters;
+  }
+
+  Range range;
+  range.first = uint32_t(candidates_.size());
+  wordLength_ = 0;
+  blankCount_ = 0;
+  nodeCount_ = 0;
+  int32_t node = 0;
+  int pos = 0;
+  Masque(rack_, rackLength_, node, pos);
+  range.count = uint32_t(candidates_.size()) - range.first;
+  stats_.candidates += range.count;
+  return range;
+}
+
+void MoveSearch::Store() {
+  Candidate candidate;
+  candidate.text = uint32_t(text_.size());
+  candidate.wordLength = uint8_t(wordLength_);
+  candidate.blankCount = uint8_t(blankCount_);
+  candidate.state = 0;
+  candidate.scored = -1;
+  text_.append(word_, size_t(wordLength_));
+  text_.append(blanks_, size_t(blankCount_));
+  candidates_.push_back(candidate);
+}
+
+void MoveSearch::Push(int32_t node) {
+  if (nodeCount_ + 1 > kNodeStackDepth) FatalIndex("pile de noeuds", nodeCount_ + 1);
+  nodes_[++nodeCount_] = node;
+}
+
+void MoveSearch::Pop(int32_t& node) {
+  if (nodeCount_ <= 0) Fatal(InternalError101Text());
+  node = nodes_[nodeCount_--];
+}
+
+void MoveSearch::Masque(const char* letters, int count, int32_t& node, int& pos) {
+  uint32_t tried = 0;
+  for (int i = 0; i < count; ++i) {
+    const char c = letters[i];
+    if (c == '?') {
+      for (char letter = 'A'; letter <= 'Z'; ++letter) {
+        blanks_[blankCount_++] = letter;
+        if (!(tried & Bit(letter))) Step(letter, letters, count, i, node, pos, tried);
+        --blankCount_;
+      }
+    } else {
+      if (IsLetter(c) && (tried & Bit(c))) continue;
+      Step(c, letters, count, i, node, pos, tried);
+    }
+  }
+  if (wordLength_ == 0) return;
+
+  // Give back the fixed letters walked at the end of the word.
+  while (mask_[wordLength_] != '*') {
+    --wordLength_;
+    --pos;
+    Pop(node);
+    if (wordLength_ == 0) break;
+  }
+
+  // With the rack spent and only fixed cells behind, the word may still be
+  // completed by them: it is kept without that tail.
+  if (count == 0 && wordLength_ < maskLength_ && !freeAfter_[wordLength_]) {
+    int length = 0;
+    for (int k = 0; k < wordLength_; ++k) scratch_[length++] = word_[k];
+    for (int k = wordLength_ + 1; k <= maskLength_; ++k) scratch_[length++] = mask_[k];
+    if (board_.objExpressions_.SubWordIsTrue(std::string_view(scratch_, size_t(length))) &&
+        wordLength_ >= 0)
+      Store();
+  }
+}
+
+void MoveSearch::Step(char letter, const char* letters, int count, int i, int32_t& node,
+                      int& pos, uint32_t& tried) {
+  if (pos >= maskLength_) return;
+  ++pos;
+
+  // Walk the fixed letters in front of the next free cell.
+  while (mask_[pos] != '*') {
+    const char fixed = mask_[pos];
+    const int x = LetterCode(fixed);
+    const int32_t child = dico_.FindNode(node, x);
+    if (child == 0) {
+      --pos;
+      return;
+    }
+    word_[wordLength_++] = fixed;
+    ++pos;
+    if (dico_.Ends(node, x)) Store();
+    Push(node);
+    node = child;
+    if (wordLength_ == maskLength_) {
+      --pos;
+      return;
+    }
+  }
+
+  // The free cell takes the letter.
+  const int x = LetterCode(letter);
+  word_[wordLength_++] = letter;
+  bool goesOn;
+  if (IsLetter(letter)) {
+    tried |= Bit(letter);
+    goesOn = allowed_[pos] & Bit(letter);
+  } else {
+    // Not a letter: outside the tree it ends the program; code 0 leads nowhere.
+    dico_.IsWordInNode(node, x);
+    goesOn = false;
+  }
+  if (goesOn) {
+    if (dico_.Ends(node, x)) Store();
+    if (pos < maskLength_) {
+      int32_t child = dico_.Child(node, x);
+      if (child != 0) {
+        char rest[kMaxRack];
+        std::memcpy(rest, letters, size_t(i));
+        std::memcpy(rest + i, letters + i + 1, size_t(count - i - 1));
+        Masque(rest, count - 1, child, pos);
+      }
+    }
+  }
+  --wordLength_;
+  --pos;
+}
+
+}  // namespace ostrane

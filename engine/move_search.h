@@ -1,0 +1,125 @@
+#pragma once
+// The working side of ClsPlateau's search (TrouveSolution, in
+// move_search.cpp): for one start on one line, the words that fit the mask
+// and the proof of each, with what a search can keep between its routines.
+//
+// The results are exactly those of the pattern search (ClsExpressions::
+// SubSuivant) proven one by one on the live board, in the same order; the
+// costs are not:
+// - a letter that cannot make a word across the line at its square is never
+//   tried there (the proof would drop every word holding it);
+// - the letters allowed on each square are worked out once per pass;
+// - the words of a mask, their proof and their score are kept for the pass,
+//   since the same start on the same line comes back from neighbouring tiles.
+// The board does not change during a pass (a letter laid for a moment is
+// always taken back), so all of this holds for the whole pass.
+
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "engine/solution_set.h"
+
+namespace ostrane {
+
+class ClsPlateau;
+class ClsDico;
+struct LineEntries;
+
+class MoveSearch {
+ public:
+  explicit MoveSearch(ClsPlateau& board);
+
+  // A new search: nothing of the last one holds.
+  void BeginSearch();
+  // A new pass, with the board turned (orientation 1) or not.
+  void BeginPass(int orientation);
+
+  // The pattern search on `mask` (one character a cell, "*" free) from
+  // column `start` of row `line`, for words of at least `minLen` letters, and
+  // the proof of each result no longer than `maxLen`; every proven play is
+  // stored on the board's list of findings.
+  void Candidates(const LineEntries& entries, int line, int start, const char* mask,
+                  int maskLength, int minLen, int maxLen, std::string& lettres);
+
+  // The letters (bit 0 = A) that make a word across the line at (x, y) of the
+  // board as it stands: the tiles above and below with that letter between.
+  uint32_t CrossSet(int x, int y);
+
+  // Counters of the last search, for benchmarks.
+  struct Stats {
+    int64_t masks = 0;       // pattern searches asked for
+    int64_t generated = 0;   // pattern searches really run
+    int64_t candidates = 0;  // results generated
+    int64_t proofs = 0;      // results proven
+  };
+  const Stats& LastStats() const { return stats_; }
+
+ private:
+  struct Candidate {
+    uint32_t text;    // word then blank letters, in text_
+    uint8_t wordLength;
+    uint8_t blankCount;
+    int8_t state;     // 0 not proven yet, 1 a play, -1 dropped
+    int32_t scored;   // index in scored_ when a play
+  };
+  struct Range {
+    uint32_t first = 0, count = 0;
+  };
+  struct Key {
+    uint64_t a = 0, b = 0;
+    bool operator==(const Key&) const = default;
+  };
+  struct KeyHash {
+    size_t operator()(const Key& k) const noexcept {
+      return size_t((k.a * 0x9E3779B97F4A7C15ull) ^ (k.b + 0x632BE59BD9B4E019ull + (k.a >> 17)));
+    }
+  };
+
+  void PrepareRack(std::string& lettres);
+  Range Generate(const LineEntries& entries, int line, int start, const char* mask,
+                 int maskLength);
+  void Masque(const char* letters, int count, int32_t& node, int& pos);
+  void Step(char letter, const char* letters, int count, int i, int32_t& node, int& pos,
+            uint32_t& tried);
+  void Store();
+  void Push(int32_t node);
+  void Pop(int32_t& node);
+  void Prove(Candidate& candidate, const LineEntries& entries, int line, int start);
+  bool IsWordAsGiven(std::string& word) const;
+
+  ClsPlateau& board_;
+  const ClsDico& dico_;
+  int orientation_ = 0;
+  Stats stats_;
+
+  // The rack of this search, blanks last, upper case.
+  bool rackReady_ = false;
+  char rack_[64] = {};
+  int rackLength_ = 0;
+
+  // The walk of one pattern search. Cells are numbered from 1.
+  char mask_[64] = {};
+  int maskLength_ = 0;
+  bool freeAfter_[64] = {};  // a "*" stands after cell i
+  uint32_t allowed_[64] = {};
+  char word_[64] = {};
+  int wordLength_ = 0;
+  char blanks_[64] = {};
+  int blankCount_ = 0;
+  int32_t nodes_[64] = {};
+  int nodeCount_ = 0;
+  char scratch_[64] = {};
+
+  // What the pass keeps.
+  std::unordered_map<Key, Range, KeyHash> memo_;
+  std::vector<Candidate> candidates_;
+  std::string text_;
+  std::vector<ClsWord> scored_;
+  uint32_t crossSet_[225] = {};
+  uint32_t crossStamp_[225] = {};
+  uint32_t passStamp_ = 0;
+};
+
+}  // namespace ostrane

@@ -1,0 +1,60 @@
+#include "engine/solution_set.h"
+
+#include <cmath>
+#include <cstdlib>
+
+#include "engine/board.h"
+#include "lexicon/fatal.h"
+
+namespace ostrane {
+
+void ClsPlateau::StoreSolution(const ClsWord& word, int orientation) {
+  if (lngProchain_ > kSolutionsBound) FatalIndex("TabSolutions", lngProchain_);
+  tabSolutions_.push_back(word);
+  int32_t& count = context_.LngSens;
+  ++count;
+  if (count < 1 || count > EngineContext::kTabSensBound) FatalIndex("TabSens", count);
+  context_.TabSens[size_t(count)] = orientation;
+  ++lngProchain_;
+}
+
+const ClsWord& ClsPlateau::TabSolutions(int32_t i) const {
+  static const ClsWord kNone;
+  if (i < 0 || i > kSolutionsBound) FatalIndex("TabSolutions", i);
+  if (i >= lngProchain_) return kNone;
+  return tabSolutions_[size_t(i)];
+}
+
+std::optional<ClsWord> ClsPlateau::SubSortie(int niveau) {
+  // The first play with the highest score: the test is strict.
+  int best = 0;
+  int32_t bestIndex = 0;
+  for (int32_t i = 1; i < lngProchain_; ++i) {
+    if (tabSolutions_[size_t(i)].CountP > best) {
+      best = tabSolutions_[size_t(i)].CountP;
+      context_.BytSens = uint8_t(context_.TabSens[size_t(i)] & 0xFF);
+      bestIndex = i;
+    }
+  }
+  if (niveau == 5) {
+    if (bestIndex == 0) return std::nullopt;
+    return tabSolutions_[size_t(bestIndex)];
+  }
+
+  // A play near a fraction of the best score, less two. BytSens keeps the
+  // direction of the best play, not of the one chosen.
+  const long target = std::lrint(double(best - 2) * niveau / 5.0);
+  long nearest = 9999;
+  int32_t chosen = 0;
+  for (int32_t i = 1; i < lngProchain_; ++i) {
+    const long distance = std::labs(long(tabSolutions_[size_t(i)].CountP) - target);
+    if (distance < nearest) {
+      nearest = distance;
+      chosen = i;
+    }
+  }
+  if (chosen == 0) return std::nullopt;
+  return tabSolutions_[size_t(chosen)];
+}
+
+}  // namespace ostrane
