@@ -41,6 +41,22 @@ void Painters::SubPeintBlanc(std::string_view strCar) {
   RecolourDark(picTemp_, kColourBlanc);
 }
 
+QImage FaceImage(const TileFace& face, const FaceSet& faces) {
+  QImage image;
+  switch (face.picture) {
+    case TileFace::Picture::None: return image;
+    case TileFace::Picture::ImgLet: image = faces.ImgLet(face.index).convertToFormat(QImage::Format_RGB32); break;
+    case TileFace::Picture::ImgJok: image = faces.ImgJok(face.index).convertToFormat(QImage::Format_RGB32); break;
+  }
+  switch (face.tint) {
+    case TileFace::Tint::None: break;
+    case TileFace::Tint::Blue: RecolourDark(image, kColourPose); break;
+    case TileFace::Tint::Black: RecolourDark(image, kColourLettre); break;
+    case TileFace::Tint::DarkRed: RecolourDark(image, kColourBlanc); break;
+  }
+  return image;
+}
+
 void DrawGrille(QImage& plateau1, int optImage, const SquareReader& subCase, Painters& painters) {
   const FaceSet& faces = painters.Faces();
   QPainter p(&plateau1);

@@ -12,6 +12,7 @@
 #include <string_view>
 
 #include "board_view/faces.h"
+#include "game/controls.h"
 
 namespace ostrane::view {
 
@@ -19,8 +20,8 @@ namespace ostrane::view {
 inline constexpr QRgb kColourPose = qRgb(0, 75, 255);    // a proposed tile on the board: blue
 inline constexpr QRgb kColourLettre = qRgb(0, 0, 0);     // a tile on the rack: black
 inline constexpr QRgb kColourBlanc = qRgb(148, 0, 0);    // a blank with its letter: dark red
-// A pixel is dark when red + green + blue is below this.
-inline constexpr int kDarkThreshold = 528;
+static_assert(TintColor(TileFace::Tint::Blue) == Color::Rgb(0, 75, 255));
+static_assert(TintColor(TileFace::Tint::DarkRed) == Color::Rgb(148, 0, 0));
 
 // The recolouring step: every pixel of the top-left (width - 2) x (height - 2)
 // whose red + green + blue is below 528 takes the colour. The last two rows
@@ -48,6 +49,11 @@ class Painters {
   const FaceSet& faces_;
   QImage picTemp_;
 };
+
+// The picture a tile shows, from the model's description of it: the face
+// picture, recoloured as the painters do when a tint is given. A face with
+// no picture is a null image.
+QImage FaceImage(const TileFace& face, const FaceSet& faces = FaceSet::Shared());
 
 // Reads one square of the engine's grid: "" for none, a lower-case letter for
 // a tile, an upper-case letter for a blank.

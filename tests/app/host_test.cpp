@@ -9,6 +9,7 @@
 #include <QtTest>
 
 #include "app/gui/qt_host.h"
+#include "app/gui/single_instance.h"
 
 using namespace ostrane;
 using namespace ostrane::gui;
@@ -232,6 +233,31 @@ class HostTest : public QObject {
     QDesktopServices::unsetUrlHandler(QStringLiteral("https"));
     QDesktopServices::unsetUrlHandler(QStringLiteral("mailto"));
     QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+  }
+
+  void secondCopyAsksTheFirstToShow() {
+    const QString key = QStringLiteral("ostrane-test-%1").arg(QCoreApplication::applicationPid());
+    SingleInstance first(key);
+    QSignalSpy shown(&first, &SingleInstance::showRequested);
+    QVERIFY(first.Acquire());
+    {
+      SingleInstance second(key);
+      QVERIFY(!second.Acquire());
+    }
+    QTRY_COMPARE(shown.count(), 1);
+  }
+
+  void lockOfACrashedCopyIsTakenOver() {
+    const QString key = QStringLiteral("ostrane-test-stale-%1").arg(QCoreApplication::applicationPid());
+    SingleInstance probe(key);
+    {
+      // What a copy killed with its lock held leaves: its process id is gone.
+      QFile f(probe.LockPath());
+      QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+      f.write(QByteArray("999999\nostrane\n") + QSysInfo::machineHostName().toUtf8() + "\n");
+    }
+    SingleInstance next(key);
+    QVERIFY(next.Acquire());
   }
 
   void eventPumpRunsPendingWorkAndThrottlesTheSearch() {

@@ -160,6 +160,21 @@ class PaintersTest : public QObject {
     QCOMPARE(plateau.pixel(253, 300), faces.Plateau(2).convertToFormat(QImage::Format_RGB32).pixel(253, 300));
   }
 
+  void facesFromTheModelsDescription() {
+    using ostrane::TileFace;
+    const FaceSet& faces = FaceSet::Shared();
+    QVERIFY(FaceImage(TileFace{}).isNull());
+    QCOMPARE(FaceImage(TileFace{TileFace::Picture::ImgLet, 26, TileFace::Tint::None}),
+             faces.ImgLet(26).convertToFormat(QImage::Format_RGB32));
+    QCOMPARE(FaceImage(TileFace{TileFace::Picture::ImgLet, 3, TileFace::Tint::Blue}), Expected(faces.ImgLet(3), kColourPose));
+    QCOMPARE(FaceImage(TileFace{TileFace::Picture::ImgLet, 3, TileFace::Tint::Black}), Expected(faces.ImgLet(3), kColourLettre));
+    QCOMPARE(FaceImage(TileFace{TileFace::Picture::ImgJok, 13, TileFace::Tint::DarkRed}), Expected(faces.ImgJok(13), kColourBlanc));
+    // The painters and the description agree.
+    Painters painters(faces);
+    painters.SubPeintPose("q");
+    QCOMPARE(FaceImage(TileFace{TileFace::Picture::ImgLet, 'q' - 'a', TileFace::Tint::Blue}), painters.PicTemp());
+  }
+
   void otherValuesPaintNoBoard() {
     Grid grid{};
     grid[3][4] = "a";
