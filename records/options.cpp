@@ -4,6 +4,8 @@
 #include <sstream>
 #include <vector>
 
+#include "records/program.h"
+
 namespace ostrane {
 namespace {
 
@@ -85,5 +87,7 @@ bool WriteOptions(const std::filesystem::path& file, const Options& options) {
   out << FormatOptions(options);
   return bool(out.flush());
 }
+
+bool SaveOptions(const Program& program) { return WriteOptions(program.OptionsFile(), program.options); }
 
 }  // namespace ostrane

@@ -35,4 +35,11 @@ bool ReadOptions(const std::filesystem::path& file, Options& options);
 // Replaces the whole file in one piece. Returns false when it cannot be written.
 bool WriteOptions(const std::filesystem::path& file, const Options& options);
 
+struct Program;
+
+// The one save of the options, for both writers (the main form's
+// CmdEnregistre and leaving the game from the picker): the program's options
+// into "Option.ret" of its start directory. No message on failure.
+bool SaveOptions(const Program& program);
+
 }  // namespace ostrane
