@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <string>
 
+#include "engine/context.h"
 #include "lexicon/messages.h"
 #include "records/host.h"
 #include "records/options.h"
@@ -56,6 +57,10 @@ struct Program {
   std::array<int16_t, 7> TabRangTirage{};
   int16_t IntNbTire = 0;
   int32_t IntJetonsHaut = 0, IntJetonsGauche = 0;  // where the picker stood when it last closed
+
+  // The engine's shared values: TabSens, LngSens, BytSens and the random
+  // generator of the first plays.
+  EngineContext engine;
 
   // Shows StrMsg in the program's box and keeps the answer in IntReponse.
   Answer ShowMessage(BoxStyle style) {

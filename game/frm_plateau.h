@@ -1,0 +1,254 @@
+#pragma once
+// FrmPlateau, the main form: one game from its first draw to its score.
+//
+// The model holds every value of the form and the state of every control;
+// the window shows them and forwards the player's actions to the commands
+// below, which are also the operations the game calls by name
+// (CmdRAZ_Click, CmdSolution_Click, CmdNew_Click are called directly).
+// Questions go through Program::ShowMessage, modal forms through Forms,
+// timers, sounds and documents through the program's Host.
+//
+// Coordinates are pixels of the window's client area (game/layout.h), except
+// the guide lines and the arrow, which stand inside the board Plateau1.
+//
+// When to redraw: after every command the window forwards, whenever `changed`
+// is called (a timer did something), before each modal form or message box,
+// and the board picture whenever Plateau.revision moves.
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "engine/board.h"
+#include "engine/solution_set.h"
+#include "game/controls.h"
+#include "game/forms.h"
+#include "lexicon/expressions.h"
+#include "records/form_link.h"
+#include "records/host.h"
+
+namespace ostrane {
+
+struct Program;
+
+// The address of the on-line dictionary page, a setting of the build.
+const char* ChercheWebAddress();
+
+class FrmPlateau {
+ public:
+  // What closing the form leads to.
+  enum class Unload {
+    Cancelled,   // the player answered No: the form stays
+    EndProgram,  // the options are saved; the program ends
+    ToPartie,    // the form goes and FrmPartie opens for a new game
+  };
+
+  // The picture of the board Plateau1: the board image last painted (2
+  // "Classique", 3 "Chocolat", 4 "Relief"; 0 while none has been) and the
+  // face painted on each square since: "" where the image shows, a lower-case
+  // letter for ImgLet as it is, an upper-case letter for ImgJok recoloured
+  // dark red. Squares are (column, row), at index row * 15 + column.
+  struct BoardPicture {
+    int image = 0;
+    std::array<std::string, 225> squares{};
+    int revision = 0;  // moves at every repaint
+    const std::string& Square(int column, int row) const { return squares[size_t(row * 15 + column)]; }
+  };
+
+  // A rack place of TabChevalet.
+  struct Chevalet {
+    std::string StrLettre;  // "" for a free place
+    int16_t IntJeton = -1;  // the tile standing there
+  };
+
+  // The picture of the direction arrow ImgXY.
+  enum class Arrow { ImgClassicHor, ImgClassicVer };
+  // The picture of CmdSon.
+  enum class SonPicture { ImgHP1, ImgHP2 };
+
+  static constexpr int kTimDeb = 100;
+  static constexpr int kTimerEpie = 51000;
+  static constexpr int kTimCligno = 400;
+  static constexpr int kTimFrmFin = 1000;
+  static constexpr int kTimScore = 200;
+  static constexpr int kTimChrono = 1000;
+  static constexpr int kTimPasseEnDupli = 500;
+  static constexpr int kRackBound = 7;  // TabChevalet holds places 0 to 6
+
+  FrmPlateau(Program& program, Forms& forms);
+  ~FrmPlateau();
+  FrmPlateau(const FrmPlateau&) = delete;
+  FrmPlateau& operator=(const FrmPlateau&) = delete;
+
+  // ================================================================ commands
+  // Life of the form.
+  void Form_Load();
+  void TimDeb_Timer();
+  // Asks as the closing of the window does; see Unload.
+  Unload Form_Unload();
+
+  // The game.
+  void CmdNew_Click();
+  Unload CmdGame_Click();
+  void SubActiveChevalet();
+  void SubTirage();
+  void SubAfficheSac();
+  void CmdSolution_Click();
+  void SubPositionSolution(const std::string& number, const std::string& letter);
+  ClsWord SubEvalueProposition();
+  void CmdValider_Click();
+  void SubAjoutHisto(const ClsWord& word);
+  void CmdRanger_Click();
+  void CmdRAZ_Click();
+  void TriAlpha();
+
+  // End of a game.
+  void SunFindePartie();
+  void TimFrmFin_Timer();
+  void TimScore_Timer();
+  void CmdArret_Click();
+  void ArretPartie();
+  void CmdArretBis_Click();
+
+  // Clock, blink and the small commands.
+  void TimerEpie_Timer();
+  void LblTimer_Change();
+  void TimCligno_Timer();
+  void StartBlink();  // IntCligno = 0 and TimCligno at 400 ms
+  void TimChrono_Timer();
+  void TimPasseEnDupli_Timer();
+  void CmdEndRnd_Click();
+  void CmdEnregistre_Click();
+  void CmdSon_Click();
+  void SubJoueSon(int index);
+  void CmdMeilleur_Click();
+  Unload CmdQuitte_Click();
+  void CmdAide_Click();
+  void CmdChercheWeb_Click();
+  void CmdAbout_Click();
+  void OptPioche_Click(int index);
+  void OptJok_Click(int index);
+  void CmdCacher_Click();
+  void CmdMax_Click() { WindowState = 2; }
+  void CmdMin_Click() { WindowState = 0; }
+  // The tools frame dropped on the board at (x, y) of Plateau1.
+  void Plateau1_DragDrop(int x, int y);
+
+  // The word check. KeyPress takes the typed character's code and returns
+  // the one to insert, 0 when it is refused; Change gets the box's new text.
+  int TxtCtrl_KeyPress(int keyAscii);
+  void TxtCtrl_Change(const std::string& text);
+  void TxtCtrl_GotFocus();
+  void TxtCtrl_LostFocus();
+  void CmdCtrl_MouseDown();
+  void CmdCtrl_Click();
+  void ImgA_Click();
+
+  // The board and the faces.
+  void DrawGrille();
+  // The three painters leave a face in PicTemp; SubPeintPose and
+  // SubPeintLettre do nothing for a first character below "a".
+  void SubPeintPose(const std::string& car);
+  void SubPeintLettre(const std::string& car);
+  void SubPeintBlanc(const std::string& car);
+
+  // Whether tile i lies on the board: wholly inside Plateau1 in both
+  // directions (validation, rack return), or across only (the evaluation).
+  bool TileInsidePlateau(int i) const;
+  bool TileAcrossPlateau(int i) const;
+  // The square under a tile, each coordinate rounded half to even.
+  int TileColumn(int i) const;
+  int TileRow(int i) const;
+
+  // ==================================================================== state
+  // The game.
+  std::unique_ptr<ClsPlateau> ObjPlateau;
+  ClsExpressions ObjMots;
+  int16_t IntNbCoups = 0;
+  int VarTirage = 0;
+  int16_t BlnAbandon = 0;
+  int16_t BlnChangePartie = 0;
+  int32_t LngNbSolutions = 0;
+  int16_t IntPasJeton = 0;
+  std::array<Chevalet, kRackBound> TabChevalet{};
+  std::array<std::string, 103> TabLettres{}, TabTriees{};  // entries 1 to SngNbLettres
+  float SngNbLettres = 0;
+
+  // The clock.
+  uint8_t BytChronoDemande = 0;
+  uint8_t BytChronoActif = 0;
+  int VarSecondes = 0, VarMinutes = 0, VarHeures = 0;
+
+  // Blink, picture cycle, tools frame.
+  int16_t IntCligno = 0;
+  int16_t IntImageEpie = 0;
+  int16_t BlnOutilsPlies = 0;
+
+  // The last best play shown by CmdSolution_Click (nothing when there was
+  // none): what the box showed, kept for whoever lays it.
+  std::optional<ClsWord> Proposition;
+
+  // The form itself.
+  std::string caption;
+  bool enabled = false;
+  bool visible = true;
+  Pointer MousePointer = Pointer::Default;
+  int WindowState = 0;  // 0 normal, 2 maximised
+  int TxtHistoScroll = 0;  // moves when TxtHisto is to show its last line
+  bool ended = false;      // the program has ended from a modal form
+
+  // The controls.
+  Button CmdNew, CmdGame, CmdArret, CmdSolution, CmdValider, CmdRanger;
+  Button CmdMeilleur, CmdQuitte, CmdAide, CmdChercheWeb, CmdAbout;
+  Button CmdSon;
+  SonPicture CmdSonPicture = SonPicture::ImgHP1;
+  Button CmdCacher, CmdMax, CmdMin;
+  Button CmdEnregistre, CmdEndRnd, CmdRAZ, CmdArretBis;  // frame Fra2: called by the code
+  Button CmdCtrl;
+  TextBox TxtCtrl, TxtHisto;
+  Label LblIndic, LblPtsJoueur, LblTirage, LblLetReste, LblLTitre, LblPts, LblPtsBis;
+  Label LblDuree, LblTimer, LblSolution, LblNomP, LblVer, LblTpsDemarrage;
+  Label LblN, LblA1, LblA11, LblDef, LblShowDef, LblWait;
+  Control PicDef, PicWait;
+  Control ImgXY;
+  int ImgXYLeft = 0, ImgXYTop = 0;  // inside Plateau1
+  Arrow ImgXYPicture = Arrow::ImgClassicHor;
+  Line LinVx, LinVy;               // inside Plateau1
+  std::array<Control, 4> Iabc{};   // 1 to 3
+  Control ImgA, ImgB;
+  Frame FraTools;
+  std::array<OptionButton, 4> OptPioche{};  // 0 to 3
+  std::array<OptionButton, 4> OptJok{};     // 1 to 3
+  std::array<Tile, 7> PicGamer{};
+  TileFace PicTemp;
+  BoardPicture Plateau;
+
+  // Called after every change that a timer made, so that the window follows.
+  std::function<void()> changed;
+  // The pause of the first two plays (one second); none when empty.
+  std::function<void(int milliseconds)> Sleep;
+  // Seeds the program's random generator, at each game start and draw; by
+  // default from the time of day of the program's clock.
+  std::function<void()> Randomize;
+
+  Program& program() { return program_; }
+  Forms& forms() { return forms_; }
+
+ private:
+  void Changed() {
+    if (changed) changed();
+  }
+  void ShowBoiteI();
+  void ShowMessage(const std::string& text, BoxStyle style);
+  void SetTileFace(int i, const TileFace& face) { PicGamer[size_t(i)].face = face; }
+
+  Program& program_;
+  Forms& forms_;
+  std::unique_ptr<Timer> TimDeb, TimCligno, TimerEpie, TimFrmFin, TimScore, TimChrono, TimPasseEnDupli;
+  std::unique_ptr<FrmFini> frmFini_;  // loaded at the end, shown by TimFrmFin
+};
+
+}  // namespace ostrane

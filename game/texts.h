@@ -1,0 +1,15 @@
+#pragma once
+// Texts the game flow shows in more than one place.
+
+namespace ostrane::texts {
+
+inline constexpr const char* kAbandon = "Voulez-vous abandonner la partie en cours ?   ";
+inline constexpr const char* kQuitter = "        Quitter le programme ?";
+inline constexpr const char* kArreter = "Arrêter la partie";
+inline constexpr const char* kArreterTip = "Arrêter la partie en cours";
+inline constexpr const char* kNouvelle = "Nouvelle partie";
+inline constexpr const char* kNouvelleTip = "Commencer une partie de tablinor";
+inline constexpr const char* kPasDeSolution = "Pas de solution possible.";
+inline constexpr const char* kEntrezUnMot = "Entrez un mot dans la zone de texte.";
+
+}  // namespace ostrane::texts
