@@ -24,10 +24,14 @@ namespace ostrane::gui {
 
 // ---------------------------------------------------------------- timers
 
-QtTimer::QtTimer(std::function<void()> onTick) : timer_(new QTimer), onTick_(std::move(onTick)) {
+QtTimer::QtTimer(std::function<void()> onTick, const std::function<void()>* afterTick)
+    : timer_(new QTimer), onTick_(std::make_shared<std::function<void()>>(std::move(onTick))) {
   timer_->setTimerType(Qt::PreciseTimer);
-  QObject::connect(timer_, &QTimer::timeout, [this] {
-    if (onTick_) onTick_();
+  QObject::connect(timer_, &QTimer::timeout, [this, afterTick] {
+    // The tick may end the form that owns this timer, and the timer with it.
+    const std::shared_ptr<std::function<void()>> tick = onTick_;
+    if (*tick) (*tick)();
+    if (afterTick && *afterTick) (*afterTick)();
   });
 }
 
@@ -58,7 +62,7 @@ void QtTimer::Restart() {
 }
 
 std::unique_ptr<Timer> QtTimers::Create(std::function<void()> onTick) {
-  return std::make_unique<QtTimer>(std::move(onTick));
+  return std::make_unique<QtTimer>(std::move(onTick), &afterTick);
 }
 
 // ---------------------------------------------------------------- clock

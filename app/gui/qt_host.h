@@ -28,7 +28,9 @@ namespace ostrane::gui {
 // and its interval is above 0; setting an interval starts the count again.
 class QtTimer final : public Timer {
  public:
-  explicit QtTimer(std::function<void()> onTick);
+  // `afterTick`, when set, runs after each tick (the windows follow the
+  // models); it must outlive the timer.
+  explicit QtTimer(std::function<void()> onTick, const std::function<void()>* afterTick = nullptr);
   ~QtTimer() override;
   void SetInterval(int milliseconds) override;
   int Interval() const override { return interval_; }
@@ -39,7 +41,7 @@ class QtTimer final : public Timer {
  private:
   void Restart();
   QTimer* timer_;  // deleted later: a tick may drop its own timer
-  std::function<void()> onTick_;
+  std::shared_ptr<std::function<void()>> onTick_;  // kept alive by a running tick
   int interval_ = 0;
   bool enabled_ = true;
 };
@@ -47,6 +49,9 @@ class QtTimer final : public Timer {
 class QtTimers final : public Timers {
  public:
   std::unique_ptr<Timer> Create(std::function<void()> onTick) override;
+  // Runs after every tick of every timer made here: the windows show what
+  // the tick changed.
+  std::function<void()> afterTick;
 };
 
 class QtClock final : public Clock {

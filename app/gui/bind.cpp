@@ -1,0 +1,73 @@
+#include "app/gui/bind.h"
+
+#include <QPushButton>
+
+namespace ostrane::gui {
+
+QColor ToQColor(const Color& color, const QColor& designed) {
+  switch (color.kind) {
+    case Color::Kind::Designed: return designed;
+    case Color::Kind::Rgb: return QColor(color.r, color.g, color.b);
+    case Color::Kind::ButtonText: return QPalette().color(QPalette::ButtonText);
+  }
+  return designed;
+}
+
+void SetVisible(QWidget* widget, bool visible) {
+  if (widget->isHidden() == visible) widget->setVisible(visible);
+}
+
+void SetEnabled(QWidget* widget, bool enabled) {
+  if (widget->testAttribute(Qt::WA_ForceDisabled) == enabled) widget->setEnabled(enabled);
+}
+
+void SetText(QLabel* label, const QString& text) {
+  if (label->text() != text) label->setText(text);
+}
+
+void SetText(QAbstractButton* button, const QString& text) {
+  if (button->text() != text) button->setText(text);
+}
+
+void Bind(QAbstractButton* button, const Button& state, bool keepCaption) {
+  SetEnabled(button, state.enabled);
+  SetVisible(button, state.visible);
+  if (!keepCaption && !state.caption.empty()) SetText(button, ModelText(state.caption));
+  const QString tip = ModelText(state.tip);
+  if (button->toolTip() != tip) button->setToolTip(tip);
+  if (auto* push = qobject_cast<QPushButton*>(button)) {
+    if (push->isDefault() != state.isDefault) push->setDefault(state.isDefault);
+  }
+}
+
+void Bind(QLabel* label, const Label& state, const QColor& designedFore, const QColor& designedBack) {
+  SetEnabled(label, state.enabled);
+  SetVisible(label, state.visible);
+  SetText(label, ModelText(state.text));
+  const QColor fore = ToQColor(state.foreColor, designedFore);
+  const QColor back = ToQColor(state.backColor, designedBack);
+  QPalette palette = label->palette();
+  if (palette.color(QPalette::WindowText) != fore || (back.isValid() && palette.color(QPalette::Window) != back)) {
+    palette.setColor(QPalette::WindowText, fore);
+    if (back.isValid()) palette.setColor(QPalette::Window, back);
+    label->setPalette(palette);
+    label->setAutoFillBackground(back.isValid());
+  }
+  if (label->font().bold() != state.bold) {
+    QFont font = label->font();
+    font.setBold(state.bold);
+    label->setFont(font);
+  }
+}
+
+void Bind(QWidget* widget, const Control& state) {
+  SetEnabled(widget, state.enabled);
+  SetVisible(widget, state.visible);
+}
+
+void SetPointer(QWidget* widget, Pointer pointer) {
+  const Qt::CursorShape shape = pointer == Pointer::Hourglass ? Qt::WaitCursor : Qt::ArrowCursor;
+  if (widget->cursor().shape() != shape) widget->setCursor(shape);
+}
+
+}  // namespace ostrane::gui

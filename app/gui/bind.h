@@ -1,0 +1,40 @@
+#pragma once
+// Showing a model's control state on a Qt widget. The models hold every
+// control as plain values (game/controls.h); these helpers copy them onto
+// widgets, touching a widget only where something changed.
+
+#include <QAbstractButton>
+#include <QColor>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPalette>
+#include <QPlainTextEdit>
+#include <QString>
+#include <QWidget>
+
+#include <string>
+
+#include "app/gui/qt_host.h"
+#include "game/controls.h"
+#include "records/form_link.h"
+
+namespace ostrane::gui {
+
+// A model colour, or `designed` when the model keeps the control's own.
+QColor ToQColor(const Color& color, const QColor& designed);
+
+void SetVisible(QWidget* widget, bool visible);
+void SetEnabled(QWidget* widget, bool enabled);
+void SetText(QLabel* label, const QString& text);
+void SetText(QAbstractButton* button, const QString& text);
+
+// Enabled, visible, caption (unless `keepCaption`), tip and default.
+void Bind(QAbstractButton* button, const Button& state, bool keepCaption = false);
+// Enabled, visible, text, colours and weight.
+void Bind(QLabel* label, const Label& state, const QColor& designedFore, const QColor& designedBack);
+void Bind(QWidget* widget, const Control& state);
+
+// The pointer a form asks for.
+void SetPointer(QWidget* widget, Pointer pointer);
+
+}  // namespace ostrane::gui
