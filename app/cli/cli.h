@@ -35,5 +35,6 @@ int RunLexicon(const Args& args);
 int RunSolve(const Args& args);
 int RunScore(const Args& args);
 int RunBench(const Args& args);
+int RunAutoplay(const Args& args);
 
 }  // namespace ostrane::cli

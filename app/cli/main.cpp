@@ -22,6 +22,7 @@ constexpr Verb kVerbs[] = {
     {"solve", "solve RACK [--board FILE] [--all] [--seed N]", ostrane::cli::RunSolve},
     {"score", "score --board FILE EXPRESSION POSITION", ostrane::cli::RunScore},
     {"bench", "bench [--games N] [--seed S]", ostrane::cli::RunBench},
+    {"autoplay", "autoplay [--bag normal|LETTERS] [--seed N] [--dir DIR]", ostrane::cli::RunAutoplay},
 };
 
 int Usage() {
