@@ -44,11 +44,12 @@ struct Tiles {
   explicit Tiles(const std::string& rack) {
     for (char c : rack) c == '?' ? ++blanks : ++letters[c - 'A'];
   }
-  int Count() const {
-    int n = blanks;
+  int Letters() const {
+    int n = 0;
     for (int k : letters) n += k;
     return n;
   }
+  int Count() const { return blanks + Letters(); }
   bool Take(char c, std::string& jokers) {
     if (letters[c - 'A'] > 0) return --letters[c - 'A'], true;
     if (blanks > 0) return --blanks, jokers += c, true;
@@ -76,7 +77,9 @@ std::vector<std::string> BruteCombinations(const std::vector<std::string>& words
 
 // What the pattern search keeps for a mask: words of the tree that start at the
 // first cell, keep the fixed letters and fill the free cells from the rack:
-// ending on a free cell; ending on a fixed cell while tiles remain to lay; and,
+// ending on a free cell; ending on a fixed cell while tiles remain to lay (the
+// fixed cells are walked while the first remaining tile is tried, so when only
+// blanks remain, the blank's first letter "A" is already in the brackets); and,
 // once the rack is spent with only fixed cells behind, the part up to the last
 // free cell when it joined to the rest of the mask makes a word of any length.
 std::vector<std::string> BruteMask(const std::vector<std::string>& words, const ClsExpressions& checker,
@@ -100,7 +103,11 @@ std::vector<std::string> BruteMask(const std::vector<std::string>& words, const 
     Tiles tiles(rack);
     std::string jokers;
     if (!fill(word, jokers, tiles)) continue;
-    if (mask[word.size() - 1] == '*' || tiles.Count() > 0) found.push_back(Annotated(word, jokers));
+    if (mask[word.size() - 1] == '*') {
+      found.push_back(Annotated(word, jokers));
+    } else if (tiles.Count() > 0) {
+      found.push_back(Annotated(word, tiles.Letters() > 0 ? jokers : jokers + "A"));
+    }
   }
   // The spent rack joined to a fixed tail.
   if (free == rack.size() && free > 0 && lastFree + 1 < mask.size() && int(lastFree + 1) >= minLength) {
