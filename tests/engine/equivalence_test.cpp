@@ -1,0 +1,169 @@
+// The fast engine against the literal reference of tests/engine/
+// reference_engine.cpp: on boards of seeded games, with racks with and
+// without blanks, both must find the same plays in the same order, with the
+// same points and directions, choose the same best play, and leave the board
+// and the search memory alike.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <sstream>
+
+#include "engine/board.h"
+#include "lexicon/lexicon.h"
+#include "tests/engine/engine_test_support.h"
+#include "tests/engine/reference_engine.h"
+#include "tests/support/test_support.h"
+
+namespace ostrane::test {
+namespace {
+
+struct Twins {
+  explicit Twins(const Lexicon& lexicon, uint64_t seed)
+      : referenceRandom(seed), engine(lexicon, context), reference(lexicon, referenceRandom) {
+    context.Random.Seed(seed);
+  }
+  EngineContext context;
+  Rng referenceRandom;
+  ClsPlateau engine;
+  ReferencePlateau reference;
+};
+
+std::string Describe(const ClsWord& w) {
+  return "'" + w.Express + "' " + w.Place + " " + std::to_string(w.CountP);
+}
+
+// One search on both; returns false (after reporting) at the first difference.
+struct Compared {
+  int64_t searches = 0, findings = 0, withTwoBlanks = 0;
+};
+Compared compared;
+
+bool SearchBoth(Twins& t, const std::string& rack, const std::string& what) {
+  std::string a = rack, b = rack;
+  const int32_t n = t.engine.TrouveSolution(a);
+  const int32_t m = t.reference.TrouveSolution(b);
+  ++compared.searches;
+  compared.findings += m;
+  if (std::count(rack.begin(), rack.end(), '?') == 2) ++compared.withTwoBlanks;
+  EXPECT_EQ(a, b) << what << ": rack after the search";
+  if (n != m) {
+    ADD_FAILURE() << what << ": " << n << " findings, the reference has " << m;
+    return false;
+  }
+  for (int32_t i = 1; i <= n; ++i) {
+    if (t.engine.TabSolutions(i) != t.reference.TabSolutions[size_t(i)]) {
+      ADD_FAILURE() << what << ": finding " << i << " is " << Describe(t.engine.TabSolutions(i))
+                    << ", the reference has " << Describe(t.reference.TabSolutions[size_t(i)]);
+      return false;
+    }
+  }
+  EXPECT_EQ(t.context.LngSens, t.reference.LngSens) << what;
+  for (int32_t i = 1; i <= t.context.LngSens; ++i) {
+    if (t.context.TabSens[size_t(i)] != t.reference.TabSens[size_t(i)]) {
+      ADD_FAILURE() << what << ": TabSens(" << i << ")";
+      return false;
+    }
+  }
+  const auto best = t.engine.SubSortie(5);
+  const ClsWord* referenceBest = t.reference.SubSortie(5);
+  EXPECT_EQ(best.has_value(), referenceBest != nullptr) << what;
+  if (best && referenceBest) {
+    EXPECT_EQ(*best, *referenceBest) << what;
+    EXPECT_EQ(t.context.BytSens, t.reference.BytSens) << what;
+  }
+  for (int level : {1, 3}) {
+    const auto near = t.engine.SubSortie(level);
+    const ClsWord* referenceNear = t.reference.SubSortie(level);
+    EXPECT_EQ(near.has_value(), referenceNear != nullptr) << what;
+    if (near && referenceNear) EXPECT_EQ(*near, *referenceNear) << what << " level " << level;
+  }
+  for (int y = 0; y < 15; ++y)
+    for (int x = 0; x < 15; ++x)
+      EXPECT_EQ(t.engine.SubCase(x, y), t.reference.TabPlateau[size_t(x)][size_t(y)])
+          << what << ": square " << x << "," << y << " after the search";
+  return !::testing::Test::HasFailure();
+}
+
+// Plays whole games on both, the search of each turn compared; every few
+// turns an extra rack (with blanks) is searched first in the same turn, so
+// that the second search writes further into TabSens.
+Compared PlayTwinGames(uint64_t seed, int games, int extraEvery, int maxBlanks, int maxTurns) {
+  compared = Compared{};
+  const Lexicon& lexicon = RealLexicon();
+  Twins t(lexicon, seed);
+  Rng draws(seed * 31 + 7);
+  for (int game = 1; game <= games; ++game) {
+    std::string bag = FullBag();
+    for (size_t k = bag.size(); k > 1; --k) std::swap(bag[k - 1], bag[draws.Below(uint32_t(k))]);
+    // A fresh board each game, the same engine object's memory going on.
+    for (int y = 0; y < 15; ++y)
+      for (int x = 0; x < 15; ++x) {
+        t.engine.SetSquare(x, y, '\0');
+        t.reference.TabPlateau[size_t(x)][size_t(y)] = "";
+      }
+    t.engine.SubWordFirst(true);
+    t.reference.BlnPremier = true;
+    std::string rack;
+    for (int turn = 1; turn <= maxTurns; ++turn) {
+      while (rack.size() < 7 && !bag.empty()) {
+        rack += bag.back();
+        bag.pop_back();
+      }
+      if (rack.empty()) break;
+      std::ostringstream what;
+      what << "seed " << seed << " game " << game << " turn " << turn;
+      if (extraEvery > 0 && turn % extraEvery == 0 && !t.engine.SubWordFirst()) {
+        // A rack of random letters with up to maxBlanks blanks.
+        std::string extra;
+        const int blanks = int(draws.Below(uint32_t(maxBlanks + 1)));
+        for (int k = 0; k < blanks; ++k) extra += '?';
+        while (extra.size() < 7) extra += char('a' + draws.Below(26));
+        if (!SearchBoth(t, extra, what.str() + " extra rack " + extra)) return compared;
+      }
+      if (!SearchBoth(t, rack, what.str() + " rack " + rack)) return compared;
+      const auto best = t.engine.SubSortie(5);
+      if (!best) break;
+      const Verdict verdict = Judge(lexicon, SquaresOf(t.engine), *best, rack, t.engine.SubWordFirst());
+      if (!verdict.legal) {
+        ADD_FAILURE() << what.str() << ": " << verdict.why;
+        return compared;
+      }
+      rack = verdict.rackAfter;
+      t.engine.SubCaserWord(*best);
+      t.reference.SubCaserWord(*best);
+      t.engine.SubWordFirst(false);
+      t.reference.BlnPremier = false;
+      t.context.LngSens = 0;
+      t.reference.LngSens = 0;
+    }
+  }
+  return compared;
+}
+
+TEST(EngineEquivalence, WholeGamesWithTheirOwnRacks) {
+  const Compared done = PlayTwinGames(11, 4, 0, 0, 40);
+  EXPECT_GT(done.searches, 60);
+  EXPECT_GT(done.findings, 50000);
+}
+
+TEST(EngineEquivalence, SecondSearchesInATurnWithOneBlank) {
+  const Compared done = PlayTwinGames(23, 3, 3, 1, 40);
+  EXPECT_GT(done.searches, 60);
+}
+
+TEST(EngineEquivalence, TwoBlanksUpToCrowdedBoards) {
+  const Compared done = PlayTwinGames(37, 3, 2, 2, 40);
+  EXPECT_GT(done.withTwoBlanks, 10);
+}
+
+TEST(EngineEquivalence, ManyOpeningsAndEarlyBoards) {
+  int64_t searches = 0;
+  for (uint64_t seed = 100; seed < 130; ++seed) {
+    searches += PlayTwinGames(seed, 1, 2, 2, 6).searches;
+    if (HasFailure()) return;
+  }
+  EXPECT_GT(searches, 150);
+}
+
+}  // namespace
+}  // namespace ostrane::test
