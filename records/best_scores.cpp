@@ -368,8 +368,8 @@ void FrmBest::Form_Unload() {
   timLigneBis_->SetInterval(0);
   view_.unloaded = true;
   view_.visible = false;
-  if (enableMain_) enableMain_(true);
   program_.BestNouveau = -1;
+  if (enableMain_) enableMain_(true);  // last: the opener may end this form
 }
 
 }  // namespace ostrane
