@@ -84,21 +84,23 @@ class ScriptedForms : public Forms {
   }
   void EndProgram() override { ++endProgram; }
 
-  // Clicks the bag's letters in their order until the picker may close,
-  // then validates.
-  static void PickInBagOrder(FrmJetons& form, const Program& program) {
-    while (!form.CmdValider.enabled || (form.BlnFinSac == 1 && program.IntNbTire < form.IntNbATirer)) {
+  // Clicks the bag's letters, in their order or drawn at random, until as
+  // many as the picker asks are picked, then validates.
+  static void PickInBagOrder(FrmJetons& form, const Program& program, Rng* random = nullptr) {
+    while (!form.CmdValider.enabled || program.IntNbTire < form.IntNbATirer) {
       const std::string sac = program.StrSac;
       ASSERT_FALSE(sac.empty());
-      const int index = sac[0] == '?' ? FrmJetons::kBlank : sac[0] - 'A' + 1;
-      ASSERT_TRUE(form.CmdJeton[size_t(index)].enabled) << sac[0];
+      const size_t at = random ? random->Below(uint32_t(sac.size())) : 0;
+      const int index = sac[at] == '?' ? FrmJetons::kBlank : sac[at] - 'A' + 1;
+      ASSERT_TRUE(form.CmdJeton[size_t(index)].enabled) << sac[at];
       form.CmdJeton_Click(index);
     }
     form.CmdValider_Click();
   }
-  void PickInBagOrder(FrmJetons& form) { PickInBagOrder(form, *program); }
+  void PickInBagOrder(FrmJetons& form) { PickInBagOrder(form, *program, randomPicks); }
 
   const Program* program = nullptr;
+  Rng* randomPicks = nullptr;  // picks drawn at random rather than in bag order
   std::function<void(FrmJetons&)> onJetons;
   std::function<void(FrmBoiteD&)> onBoiteD;
   std::function<void(FrmBoiteI&)> onBoiteI;
