@@ -47,6 +47,10 @@ class ScriptedForms : public Forms {
   }
   void Show(FrmJoc& form) override {
     ++jocShown;
+    if (onJoc) {
+      onJoc(form);
+      return;
+    }
     std::string letter = "E";
     if (!jokerLetters.empty()) {
       letter = jokerLetters.front();
@@ -102,6 +106,7 @@ class ScriptedForms : public Forms {
   const Program* program = nullptr;
   Rng* randomPicks = nullptr;  // picks drawn at random rather than in bag order
   std::function<void(FrmJetons&)> onJetons;
+  std::function<void(FrmJoc&)> onJoc;
   std::function<void(FrmBoiteD&)> onBoiteD;
   std::function<void(FrmBoiteI&)> onBoiteI;
   std::deque<std::string> jokerLetters;
