@@ -75,7 +75,9 @@ bool SearchBoth(Twins& t, const std::string& rack, const std::string& what) {
     const auto near = t.engine.SubSortie(level);
     const ClsWord* referenceNear = t.reference.SubSortie(level);
     EXPECT_EQ(near.has_value(), referenceNear != nullptr) << what;
-    if (near && referenceNear) EXPECT_EQ(*near, *referenceNear) << what << " level " << level;
+    if (near && referenceNear) {
+      EXPECT_EQ(*near, *referenceNear) << what << " level " << level;
+    }
   }
   for (int y = 0; y < 15; ++y)
     for (int x = 0; x < 15; ++x)
