@@ -1,6 +1,11 @@
 #include "app/gui/bind.h"
 
+#include <QFontDatabase>
+#include <QFontInfo>
 #include <QPushButton>
+
+#include <algorithm>
+#include <vector>
 
 namespace ostrane::gui {
 
@@ -63,6 +68,38 @@ void Bind(QLabel* label, const Label& state, const QColor& designedFore, const Q
 void Bind(QWidget* widget, const Control& state) {
   SetEnabled(widget, state.enabled);
   SetVisible(widget, state.visible);
+}
+
+namespace {
+std::vector<Refreshable*>& Living() {
+  static std::vector<Refreshable*> living;
+  return living;
+}
+}  // namespace
+
+Refreshable::Refreshable() { Living().push_back(this); }
+
+Refreshable::~Refreshable() {
+  auto& living = Living();
+  living.erase(std::remove(living.begin(), living.end(), this), living.end());
+}
+
+void Refreshable::RefreshAll() {
+  // A refresh may close a window and so drop it from the list: walk a copy
+  // and skip the ones gone meanwhile.
+  const std::vector<Refreshable*> now = Living();
+  for (Refreshable* r : now) {
+    const auto& living = Living();
+    if (std::find(living.begin(), living.end(), r) != living.end()) r->Refresh();
+  }
+}
+
+QFont FixedFont(double pointSize) {
+  QFont font(QStringLiteral("Courier New"));
+  font.setStyleHint(QFont::TypeWriter);
+  if (!QFontInfo(font).fixedPitch()) font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  if (pointSize > 0) font.setPointSizeF(pointSize);
+  return font;
 }
 
 void SetPointer(QWidget* widget, Pointer pointer) {

@@ -34,6 +34,22 @@ void Bind(QAbstractButton* button, const Button& state, bool keepCaption = false
 void Bind(QLabel* label, const Label& state, const QColor& designedFore, const QColor& designedBack);
 void Bind(QWidget* widget, const Control& state);
 
+// A window that shows a model. Every living one is refreshed after each tick
+// of a model's timer and before each modal box, so that what a timer or a
+// command changed is on the screen.
+class Refreshable {
+ public:
+  Refreshable();
+  virtual ~Refreshable();
+  Refreshable(const Refreshable&) = delete;
+  Refreshable& operator=(const Refreshable&) = delete;
+  virtual void Refresh() = 0;
+  static void RefreshAll();
+};
+
+// A fixed-width font for the columns of the history and the best scores.
+QFont FixedFont(double pointSize = 0);
+
 // The pointer a form asks for.
 void SetPointer(QWidget* widget, Pointer pointer);
 

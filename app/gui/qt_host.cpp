@@ -83,6 +83,7 @@ QString ModelText(const std::string& text) {
 }
 
 Answer QtMessageBoxes::MsgBox(const std::string& text, BoxStyle style) {
+  if (beforeShow) beforeShow();
   QWidget* parent = QApplication::activeModalWidget();
   if (!parent) parent = QApplication::activeWindow();
   QMessageBox box(parent);

@@ -66,6 +66,8 @@ class QtMessageBoxes final : public MessageBoxes {
   explicit QtMessageBoxes(QString title = QStringLiteral("Ostrane")) : title_(std::move(title)) {}
   Answer MsgBox(const std::string& text, BoxStyle style) override;
   const QString& Title() const { return title_; }
+  // Runs before each box is shown: the windows show the state it is about.
+  std::function<void()> beforeShow;
 
  private:
   QString title_;

@@ -320,10 +320,6 @@ GameNameWindow::GameNameWindow(FrmPartie& model) : QDialog(nullptr), model_(mode
     model_.TxtNom_Change(text.toStdString());
     Refresh();
   });
-  connect(txtNom_, &QLineEdit::returnPressed, this, [this] {
-    model_.CmdFoc_Click();
-    Refresh();
-  });
   connect(cmdDefaut_, &QPushButton::clicked, this, [this] {
     model_.CmdDefaut_Click();
     Refresh();
@@ -370,11 +366,13 @@ void GameNameWindow::Refresh() {
   } else if (!visible && isVisible()) {
     hide();
   }
-  if (visible) {
-    if (v.focus == FrmPartie::Focus::TxtNom && !txtNom_->hasFocus()) {
+  // The focus moves when the form moves it, not at every refresh.
+  if (visible && v.focus != appliedFocus_) {
+    appliedFocus_ = v.focus;
+    if (v.focus == FrmPartie::Focus::TxtNom) {
       txtNom_->setFocus();
       txtNom_->selectAll();
-    } else if (v.focus == FrmPartie::Focus::CmdFoc && txtNom_->hasFocus()) {
+    } else if (v.focus == FrmPartie::Focus::CmdFoc) {
       setFocus();
     }
   }

@@ -8,6 +8,8 @@
 
 #include <array>
 
+#include "app/gui/bind.h"
+
 #include "records/game_name.h"
 #include "records/screen_check.h"
 #include "records/start_up.h"
@@ -24,11 +26,11 @@ namespace ostrane::gui {
 // Twips of the forms' own measures, 15 to a pixel.
 inline constexpr int kTwipsPerPixel = 15;
 
-class StartupWindow : public QWidget {
+class StartupWindow : public QWidget, public Refreshable {
   Q_OBJECT
  public:
   explicit StartupWindow(Frm11Dem& model);
-  void Refresh();
+  void Refresh() override;
 
   QLabel* LblInfo2() const { return lblInfo2_; }
   QLabel* LblCharge() const { return lblCharge_; }
@@ -49,11 +51,11 @@ class StartupWindow : public QWidget {
   bool placed_ = false;
 };
 
-class ScreenCheckWindow : public QDialog {
+class ScreenCheckWindow : public QDialog, public Refreshable {
   Q_OBJECT
  public:
   explicit ScreenCheckWindow(FrmEcranResol& model, const QString& startDirectory);
-  void Refresh();
+  void Refresh() override;
 
   QCheckBox* ChkResolution() const { return chkResolution_; }
   QPushButton* CmdContinuer() const { return cmdContinuer_; }
@@ -73,11 +75,11 @@ class ScreenCheckWindow : public QDialog {
   QPushButton* cmdQuitter_;
 };
 
-class GameNameWindow : public QDialog {
+class GameNameWindow : public QDialog, public Refreshable {
   Q_OBJECT
  public:
   explicit GameNameWindow(FrmPartie& model);
-  void Refresh();
+  void Refresh() override;
 
   QLineEdit* TxtNom() const { return txtNom_; }
   QLabel* Lbl0() const { return lbl0_; }
@@ -98,7 +100,7 @@ class GameNameWindow : public QDialog {
   std::array<QRadioButton*, 3> optAff_{};
   QPushButton* cmdDefaut_;
   QPushButton* cmdQ_;
-  bool refreshing_ = false;
+  FrmPartie::Focus appliedFocus_ = FrmPartie::Focus::None;
 };
 
 }  // namespace ostrane::gui

@@ -1,0 +1,156 @@
+#include "app/gui/application.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QThread>
+#include <QTimer>
+
+#include "app/gui/main_window.h"
+#include "app/gui/startup_windows.h"
+#include "data/resources.h"
+#include "game/frm_plateau.h"
+#include "records/game_name.h"
+#include "records/screen_check.h"
+#include "records/start_up.h"
+
+namespace ostrane::gui {
+
+Application::Application(Host& host, Settings settings)
+    : host_(host),
+      settings_(std::move(settings)),
+      program_(lexicon_, host),
+      forms_(program_, settings_.startDirectory.isEmpty() ? QDir::currentPath() : settings_.startDirectory) {
+  if (settings_.startDirectory.isEmpty()) settings_.startDirectory = QDir::currentPath();
+  forms_.onEnd = [this] { End(); };
+}
+
+Application::~Application() {
+  ClosePlateau();
+  ClosePartie();
+  CloseScreenCheck();
+  CloseStart();
+}
+
+void Application::Post(void (Application::*step)()) {
+  QTimer::singleShot(0, this, [this, step] {
+    if (!ended_) (this->*step)();
+  });
+}
+
+bool Application::Start(bool anotherInstanceRunning) {
+  Frm11Dem::Links links;
+  links.read = [](std::string_view name) { return ReadResource(name); };
+  links.loadNext = [this] { Post(&Application::LoadScreenCheck); };
+  links.endProgram = [this] { End(); };
+  start_ = std::make_unique<Frm11Dem>(program_, lexicon_, std::move(links));
+  startWindow_ = std::make_unique<StartupWindow>(*start_);
+  StartupWindow* window = startWindow_.get();
+  start_->changed = [window] { window->Refresh(); };
+  const std::filesystem::path directory = settings_.startDirectory.toStdString();
+  const bool running = start_->Form_Load(directory, anotherInstanceRunning);
+  if (running) window->Refresh();
+  emit stepOpened();
+  return running;
+}
+
+void Application::LoadScreenCheck() {
+  CloseStart();
+  FrmEcranResol::Links links;
+  links.screenHeight = settings_.screenHeight
+                           ? settings_.screenHeight
+                           : [] { return QGuiApplication::primaryScreen()->geometry().height(); };
+  links.loadFrmPartie = [this] { Post(&Application::LoadPartie); };
+  links.endProgram = [this] { End(); };
+  screen_ = std::make_unique<FrmEcranResol>(program_, std::move(links));
+  screenWindow_ = std::make_unique<ScreenCheckWindow>(*screen_, settings_.startDirectory);
+  ScreenCheckWindow* window = screenWindow_.get();
+  screen_->changed = [window] { window->Refresh(); };
+  screen_->Form_Load();
+  emit stepOpened();
+}
+
+void Application::LoadPartie() {
+  CloseScreenCheck();
+  ClosePlateau();
+  partie_ = std::make_unique<FrmPartie>(program_, [this] { Post(&Application::LoadPlateau); });
+  partieWindow_ = std::make_unique<GameNameWindow>(*partie_);
+  partie_->Form_Load();
+  partieWindow_->Refresh();
+  emit stepOpened();
+}
+
+void Application::LoadPlateau() {
+  ClosePartie();
+  plateau_ = std::make_unique<FrmPlateau>(program_, forms_);
+  if (settings_.pauses) {
+    plateau_->Sleep = [](int milliseconds) {
+      // The pause keeps the window painted but takes no input.
+      QElapsedTimer clock;
+      clock.start();
+      while (clock.elapsed() < milliseconds) {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 10);
+        QThread::msleep(5);
+      }
+    };
+  } else {
+    plateau_->Sleep = nullptr;
+  }
+  mainWindow_ = std::make_unique<MainWindow>(*plateau_);
+  forms_.SetMainWindow(mainWindow_.get());
+  mainWindow_->unload = [this](FrmPlateau::Unload next) {
+    if (next == FrmPlateau::Unload::EndProgram) End();
+    if (next == FrmPlateau::Unload::ToPartie) Post(&Application::LoadPartie);
+  };
+  plateau_->Form_Load();
+  if (ended_) return;
+  mainWindow_->Open();
+  emit stepOpened();
+}
+
+void Application::End() {
+  if (ended_) return;
+  ended_ = true;
+  if (mainWindow_) mainWindow_->hide();
+  emit ended();
+}
+
+void Application::BringToFront() {
+  QWidget* front = nullptr;
+  if (mainWindow_ && mainWindow_->isVisible()) front = mainWindow_.get();
+  if (!front && partieWindow_ && partieWindow_->isVisible()) front = partieWindow_.get();
+  if (!front && screenWindow_ && screenWindow_->isVisible()) front = screenWindow_.get();
+  if (!front && startWindow_ && startWindow_->isVisible()) front = startWindow_.get();
+  if (QWidget* modal = QApplication::activeModalWidget()) front = modal;
+  if (!front) return;
+  if (front->isMinimized()) front->showNormal();
+  front->raise();
+  front->activateWindow();
+}
+
+void Application::CloseStart() {
+  if (start_) start_->changed = nullptr;
+  startWindow_.reset();
+  start_.reset();
+}
+
+void Application::CloseScreenCheck() {
+  if (screen_) screen_->changed = nullptr;
+  screenWindow_.reset();
+  screen_.reset();
+}
+
+void Application::ClosePartie() {
+  partieWindow_.reset();
+  partie_.reset();
+}
+
+void Application::ClosePlateau() {
+  forms_.SetMainWindow(nullptr);
+  mainWindow_.reset();
+  plateau_.reset();
+}
+
+}  // namespace ostrane::gui

@@ -1,0 +1,95 @@
+#pragma once
+// The road of the windowed program: the start-up window loads the lexicon,
+// the screen check may warn, the game's name and options are asked, the
+// main window plays a game, and each new game goes back through the name.
+// The windows and models of each step live here, one step at a time.
+
+#include <QObject>
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+#include "app/gui/qt_forms.h"
+#include "lexicon/lexicon.h"
+#include "records/program.h"
+
+namespace ostrane {
+class Frm11Dem;
+class FrmEcranResol;
+class FrmPartie;
+class FrmPlateau;
+}  // namespace ostrane
+
+namespace ostrane::gui {
+
+class StartupWindow;
+class ScreenCheckWindow;
+class GameNameWindow;
+class MainWindow;
+
+class Application : public QObject {
+  Q_OBJECT
+ public:
+  struct Settings {
+    QString startDirectory;             // CheminApp; the current directory when empty
+    std::function<int()> screenHeight;  // pixels; the primary screen when empty
+    bool pauses = true;                 // the one-second pause of the first two plays
+  };
+
+  Application(Host& host, Settings settings);
+  ~Application() override;
+
+  // Starts the program. False when it ends at once: another copy runs (the
+  // message has been shown).
+  bool Start(bool anotherInstanceRunning);
+  // Brings the window of the current step to the front.
+  void BringToFront();
+
+  Program& program() { return program_; }
+  const Lexicon& lexicon() const { return lexicon_; }
+  bool Ended() const { return ended_; }
+
+  // The step now open (null when it is another).
+  StartupWindow* Startup() const { return startWindow_.get(); }
+  ScreenCheckWindow* ScreenCheck() const { return screenWindow_.get(); }
+  GameNameWindow* GameName() const { return partieWindow_.get(); }
+  MainWindow* Main() const { return mainWindow_.get(); }
+  FrmPlateau* Plateau() const { return plateau_.get(); }
+  FrmPartie* Partie() const { return partie_.get(); }
+
+ signals:
+  // The program has ended: the event loop should stop.
+  void ended();
+  // A new step has opened (tests follow the road with it).
+  void stepOpened();
+
+ private:
+  void Post(void (Application::*step)());
+  void LoadScreenCheck();
+  void LoadPartie();
+  void LoadPlateau();
+  void End();
+  void CloseStart();
+  void CloseScreenCheck();
+  void ClosePartie();
+  void ClosePlateau();
+
+  Host& host_;
+  Settings settings_;
+  Lexicon lexicon_;
+  Program program_;
+  QtForms forms_;
+  bool ended_ = false;
+
+  std::unique_ptr<Frm11Dem> start_;
+  std::unique_ptr<StartupWindow> startWindow_;
+  std::unique_ptr<FrmEcranResol> screen_;
+  std::unique_ptr<ScreenCheckWindow> screenWindow_;
+  std::unique_ptr<FrmPartie> partie_;
+  std::unique_ptr<GameNameWindow> partieWindow_;
+  std::unique_ptr<FrmPlateau> plateau_;
+  std::unique_ptr<MainWindow> mainWindow_;
+};
+
+}  // namespace ostrane::gui
