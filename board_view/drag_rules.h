@@ -45,11 +45,11 @@ class TileDrag {
   explicit TileDrag(FrmPlateau& form) : form_(form) {}
 
   // The fields of a drag.
-  int16_t IntPriseX = 0, IntPriseY = 0;        // where the pointer holds the tile
-  int16_t IntJetonTire = 0;                    // the tile being dragged
-  int16_t IntDepartX = 0, IntDepartY = 0;      // where a refused drop sends it back
+  int16_t IntPriseX = 0, IntPriseY = 0;         // where the pointer holds the tile
+  int16_t IntJetonTire = 0;                     // the tile being dragged
+  int16_t IntDepartX = 0, IntDepartY = 0;       // where a refused drop sends it back
   int16_t IntMargeDroite = 0, IntMargeBas = 0;  // how far from the right and bottom edges it stops
-  int16_t IntPlaceDepart = -1;                 // rack place it came from, -1 from the board
+  int16_t IntPlaceDepart = -1;                  // rack place it came from, -1 from the board
   // TimDeplace runs (1 ms) while a tile is dragged.
   bool TimDeplaceEnabled = false;
 

@@ -92,10 +92,14 @@ struct TileFace {
 // in the top-left 33 x 33 pixels of the face).
 inline constexpr Color TintColor(TileFace::Tint tint) {
   switch (tint) {
-    case TileFace::Tint::Blue: return Color::Rgb(0, 75, 255);
-    case TileFace::Tint::Black: return Color::Rgb(0, 0, 0);
-    case TileFace::Tint::DarkRed: return Color::Rgb(148, 0, 0);
-    default: return Color{};
+    case TileFace::Tint::Blue:
+      return Color::Rgb(0, 75, 255);
+    case TileFace::Tint::Black:
+      return Color::Rgb(0, 0, 0);
+    case TileFace::Tint::DarkRed:
+      return Color::Rgb(148, 0, 0);
+    default:
+      return Color{};
   }
 }
 inline constexpr int kDarkThreshold = 528;

@@ -6,13 +6,13 @@
 
 namespace ostrane {
 
-class FrmJetons;   // picking of tiles (game/frm_jetons.h)
-class FrmJoc;      // the letter of a blank (game/frm_joc.h)
-class FrmBoiteD;   // the best play (game/frm_boite_d.h)
-class FrmBoiteI;   // the guided tour (records)
-class FrmFini;     // end of a game (records)
-class FrmBest;     // the thirty best games (records)
-class FrmAbout;    // about the program (records)
+class FrmJetons;  // picking of tiles (game/frm_jetons.h)
+class FrmJoc;     // the letter of a blank (game/frm_joc.h)
+class FrmBoiteD;  // the best play (game/frm_boite_d.h)
+class FrmBoiteI;  // the guided tour (records)
+class FrmFini;    // end of a game (records)
+class FrmBest;    // the thirty best games (records)
+class FrmAbout;   // about the program (records)
 
 class Forms {
  public:

@@ -40,7 +40,8 @@ using layout::kTileWidth;
 const std::string kCrLfText(kCrLf);
 
 // The start bags of OptPioche 1 to 3.
-constexpr const char* kShortBags[] = {"", "AACEEEEEEIMNRSSSTU", "AACEEEFIKNNNNNNRTWWZ", "AAAABEEEGIILLNNOST?"};
+constexpr const char* kShortBags[] = {"", "AACEEEEEEIMNRSSSTU", "AACEEEFIKNNNNNNRTWWZ",
+                                      "AAAABEEEGIILLNNOST?"};
 
 std::string Upper(std::string_view text) {
   std::string upper(text);
@@ -371,8 +372,8 @@ void FrmPlateau::CmdSolution_Click() {
     if (tile.Tag.empty()) continue;
     rack += FirstCode(tile.Tag) < 97 ? std::string("?") : tile.Tag;
   }
-  ObjPlateau->SetYield(YieldHook{[](void* events) { static_cast<EventPump*>(events)->DoEvents(); },
-                                 &program_.host.events});
+  ObjPlateau->SetYield(
+      YieldHook{[](void* events) { static_cast<EventPump*>(events)->DoEvents(); }, &program_.host.events});
   ObjPlateau->SetMessageBoxes(&program_.host.boxes);
   LngNbSolutions = ObjPlateau->TrouveSolution(rack);
 
@@ -391,7 +392,8 @@ void FrmPlateau::CmdSolution_Click() {
     boite.Fra.visible = true;
     boite.LblMsg.visible = false;
     std::optional<ClsWord> w = ObjPlateau->SubSortie(5);
-    if (!w) Fatal("Erreur d'exécution 91" + kCrLfText + "Variable objet non définie (CmdSolution_Click).      ");
+    if (!w)
+      Fatal("Erreur d'exécution 91" + kCrLfText + "Variable objet non définie (CmdSolution_Click).      ");
     const std::string direction = program_.engine.BytSens == 0 ? " Horizontal" : " Vertical";
 
     std::string letter, number;
@@ -477,7 +479,8 @@ bool FrmPlateau::TileAcrossPlateau(int i) const {
 
 bool FrmPlateau::TileInsidePlateau(int i) const {
   const Tile& tile = PicGamer[size_t(i)];
-  return TileAcrossPlateau(i) && tile.top >= kPlateauTop && tile.top + kTileHeight <= kPlateauTop + kPlateauHeight;
+  return TileAcrossPlateau(i) && tile.top >= kPlateauTop &&
+         tile.top + kTileHeight <= kPlateauTop + kPlateauHeight;
 }
 
 int FrmPlateau::TileColumn(int i) const {
@@ -493,6 +496,7 @@ int FrmPlateau::TileRow(int i) const {
 ClsWord FrmPlateau::SubEvalueProposition() {
   CmdValider.enabled = false;
   ClsWord result;
+  if (!ObjPlateau) return result;
   ClsPlateau work(program_.lexicon, program_.engine);
   ClsPlateau& board = *ObjPlateau;
 
@@ -514,8 +518,10 @@ ClsWord FrmPlateau::SubEvalueProposition() {
     if (board.SubWordFirst()) return result;
     const int c = list[0].column, r = list[0].row;
     int direction = 0;  // undecided, 1 across, 2 down
-    if ((c + 1 <= 14 && occupied(board, c + 1, r)) || (c - 1 >= 0 && occupied(board, c - 1, r))) direction = 1;
-    if ((r - 1 >= 0 && occupied(board, c, r - 1)) || (r + 1 <= 14 && occupied(board, c, r + 1))) direction = 2;
+    if ((c + 1 <= 14 && occupied(board, c + 1, r)) || (c - 1 >= 0 && occupied(board, c - 1, r)))
+      direction = 1;
+    if ((r - 1 >= 0 && occupied(board, c, r - 1)) || (r + 1 <= 14 && occupied(board, c, r + 1)))
+      direction = 2;
     if (direction == 0) return result;
     horizontal = direction == 1;
   } else {
@@ -638,7 +644,8 @@ void FrmPlateau::CmdValider_Click() {
       if (!TileInsidePlateau(k) || TileColumn(k) != c || TileRow(k) != r) continue;
       Tile& tile = PicGamer[size_t(k)];
       const int code = FirstCode(tile.Tag);
-      if (code >= 'a' && code <= 'z') tile.face = TileFace{TileFace::Picture::ImgLet, code - 97, TileFace::Tint::None};
+      if (code >= 'a' && code <= 'z')
+        tile.face = TileFace{TileFace::Picture::ImgLet, code - 97, TileFace::Tint::None};
       tile.Tag = "";
       break;
     }
@@ -750,7 +757,9 @@ void FrmPlateau::CmdRAZ_Click() {
 void FrmPlateau::TriAlpha() {
   const int n = int(SngNbLettres);
   if (n >= int(TabLettres.size())) FatalIndex("TabLettres", n);
-  auto code = [](const std::string& s, size_t p) { return p <= s.size() ? int(static_cast<unsigned char>(s[p - 1])) : 257; };
+  auto code = [](const std::string& s, size_t p) {
+    return p <= s.size() ? int(static_cast<unsigned char>(s[p - 1])) : 257;
+  };
   for (int i = 1; i <= n; ++i) {
     for (int j = 1; j <= n - 1; ++j) {
       if (j == i) continue;
@@ -983,7 +992,11 @@ void FrmPlateau::CmdSon_Click() {
 void FrmPlateau::SubJoueSon(int index) {
   if (!program_.options.OptSons) return;
   switch (index) {
-    case 1: case 2: case 3: case 5: case 6:
+    case 1:
+    case 2:
+    case 3:
+    case 5:
+    case 6:
       program_.host.sounds.Play(100 + index);
       break;
     default:
@@ -1004,7 +1017,7 @@ FrmPlateau::Unload FrmPlateau::CmdQuitte_Click() { return Form_Unload(); }
 
 void FrmPlateau::CmdAide_Click() { program_.host.shell.Open("z_a_aide.htm"); }
 
-void FrmPlateau::CmdChercheWeb_Click() { program_.host.shell.Open(ChercheWebAddress()); }
+void FrmPlateau::CmdChercheWeb_Click() { ChercheWebOpened = program_.host.shell.Open(ChercheWebAddress()); }
 
 void FrmPlateau::CmdAbout_Click() {
   FrmAbout about(program_, [this](bool on) { enabled = on; });
@@ -1084,7 +1097,8 @@ void FrmPlateau::TxtCtrl_LostFocus() {
 }
 
 void FrmPlateau::CmdCtrl_MouseDown() {
-  if (!TxtCtrl.text.empty() && TxtCtrl.text.size() < 3 && program_.options.OptDef23 == 1) PicDef.visible = true;
+  if (!TxtCtrl.text.empty() && TxtCtrl.text.size() < 3 && program_.options.OptDef23 == 1)
+    PicDef.visible = true;
 }
 
 void FrmPlateau::CmdCtrl_Click() {

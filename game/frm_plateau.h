@@ -196,9 +196,10 @@ class FrmPlateau {
   bool enabled = false;
   bool visible = true;
   Pointer MousePointer = Pointer::Default;
-  int WindowState = 0;  // 0 normal, 2 maximised
-  int TxtHistoScroll = 0;  // moves when TxtHisto is to show its last line
-  bool ended = false;      // the program has ended from a modal form
+  int WindowState = 0;            // 0 normal, 2 maximised
+  int TxtHistoScroll = 0;         // moves when TxtHisto is to show its last line
+  bool ended = false;             // the program has ended from a modal form
+  bool ChercheWebOpened = false;  // what the platform answered to the last CmdChercheWeb
 
   // The controls.
   Button CmdNew, CmdGame, CmdArret, CmdSolution, CmdValider, CmdRanger;
@@ -216,8 +217,8 @@ class FrmPlateau {
   Control ImgXY;
   int ImgXYLeft = 0, ImgXYTop = 0;  // inside Plateau1
   Arrow ImgXYPicture = Arrow::ImgClassicHor;
-  Line LinVx, LinVy;               // inside Plateau1
-  std::array<Control, 4> Iabc{};   // 1 to 3
+  Line LinVx, LinVy;              // inside Plateau1
+  std::array<Control, 4> Iabc{};  // 1 to 3
   Control ImgA, ImgB;
   Frame FraTools;
   std::array<OptionButton, 4> OptPioche{};  // 0 to 3

@@ -39,7 +39,8 @@ class SystemClock : public Clock {
     const std::time_t now = std::time(nullptr);
     std::tm local{};
     localtime_r(&now, &local);
-    return DateTime{local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec};
+    return DateTime{local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
+                    local.tm_hour,        local.tm_min,     local.tm_sec};
   }
 };
 
@@ -147,7 +148,8 @@ int RunAutoplay(const Args& args) {
     if (bag.empty() || bag.size() > 102) throw UsageError("--bag: from 1 to 102 tiles");
   }
   std::error_code error;
-  if (!std::filesystem::is_directory(dir, error)) throw UsageError("--dir '" + dir.string() + "': no such folder");
+  if (!std::filesystem::is_directory(dir, error))
+    throw UsageError("--dir '" + dir.string() + "': no such folder");
 
   ManualTimers timers;
   YesBoxes boxes;
@@ -176,9 +178,9 @@ int RunAutoplay(const Args& args) {
   form.CmdNew_Click();
   bool stuck = false;
   while (!forms.ended && form.CmdSolution.enabled) {
-    const bool laid = form.Proposition &&
-                      LayWord(form, drag, *form.Proposition,
-                              [&](char letter) { forms.blankLetters.push_back(std::string(1, letter)); });
+    const bool laid = form.Proposition && LayWord(form, drag, *form.Proposition, [&](char letter) {
+                        forms.blankLetters.push_back(std::string(1, letter));
+                      });
     if (!laid || !form.CmdValider.enabled) {
       stuck = true;
       break;
@@ -191,7 +193,8 @@ int RunAutoplay(const Args& args) {
   if (stuck) {
     std::string rack;
     for (const Tile& tile : form.PicGamer) rack += tile.Tag;
-    std::fprintf(stderr, "ostrane-cli autoplay: no play for the rack '%s': the game is stopped\n", rack.c_str());
+    std::fprintf(stderr, "ostrane-cli autoplay: no play for the rack '%s': the game is stopped\n",
+                 rack.c_str());
     form.CmdArret_Click();
   } else {
     timers.Advance(FrmPlateau::kTimFrmFin);  // FrmFini

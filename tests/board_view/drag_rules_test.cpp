@@ -1,9 +1,10 @@
 // The drag rules on the main form's model: the geometry of press, follow and
 // release, drops on the board and the rack, swaps, blanks, refusals, and the
 // rack place past the table that ends the program.
+#include "board_view/drag_rules.h"
+
 #include <gtest/gtest.h>
 
-#include "board_view/drag_rules.h"
 #include "tests/game/game_fixture.h"
 
 namespace ostrane::test {
@@ -35,12 +36,12 @@ TEST(DragGeometry, SixtyPercentRoundingAndClamps) {
 }
 
 TEST(DragGeometry, OverlapCountsTheLeftAndTopSidesOnly) {
-  EXPECT_TRUE(TileOverlaps(16 - 35, 100, kPlateau1));   // touches the left side
+  EXPECT_TRUE(TileOverlaps(16 - 35, 100, kPlateau1));  // touches the left side
   EXPECT_FALSE(TileOverlaps(16 - 36, 100, kPlateau1));
   EXPECT_TRUE(TileOverlaps(557, 100, kPlateau1));
-  EXPECT_FALSE(TileOverlaps(558, 100, kPlateau1));      // touches the right side
-  EXPECT_TRUE(TileOverlaps(100, 15 - 35, kPlateau1));   // touches the top side
-  EXPECT_FALSE(TileOverlaps(100, 557, kPlateau1));      // touches the bottom side
+  EXPECT_FALSE(TileOverlaps(558, 100, kPlateau1));     // touches the right side
+  EXPECT_TRUE(TileOverlaps(100, 15 - 35, kPlateau1));  // touches the top side
+  EXPECT_FALSE(TileOverlaps(100, 557, kPlateau1));     // touches the bottom side
   EXPECT_TRUE(TileOverlaps(829, 560, kPicReglette));
   EXPECT_FALSE(TileOverlaps(830, 560, kPicReglette));
 }
@@ -142,7 +143,7 @@ TEST_F(Drag, OccupiedSquareTriesTheRackOrSendsTheTileBack) {
   EXPECT_EQ(form->PicGamer[0].left, RackLeft(1));
   EXPECT_EQ(form->PicGamer[0].top, RackTop());
   EXPECT_EQ(form->TabChevalet[1].StrLettre, "s");
-  EXPECT_EQ(form->LblPts.text, "");  // the score is not worked out again
+  EXPECT_EQ(form->LblPts.text, "");                      // the score is not worked out again
   EXPECT_EQ(fake.sounds.played, std::vector<int>{101});  // the sound all the same
 
   // Sound off: silent.
@@ -212,7 +213,8 @@ TEST_F(Drag, ABlankAsksItsLetterAtEachDropOnTheBoard) {
   DragTo(4, SquareLeft(11), SquareTop(7));
   EXPECT_EQ(forms.jocShown, 1);
   EXPECT_EQ(form->PicGamer[4].Tag, "S");
-  EXPECT_EQ(form->PicGamer[4].face, (TileFace{TileFace::Picture::ImgJok, 'S' - 'A', TileFace::Tint::DarkRed}));
+  EXPECT_EQ(form->PicGamer[4].face,
+            (TileFace{TileFace::Picture::ImgJok, 'S' - 'A', TileFace::Tint::DarkRed}));
   EXPECT_EQ(form->TabChevalet[4].StrLettre, "");  // the entry numbered like the tile
   EXPECT_EQ(form->TabChevalet[3].StrLettre, "");  // and the place it came from
   EXPECT_EQ(form->LblPts.text, "9");              // chatS: the blank scores nothing
@@ -239,7 +241,8 @@ TEST_F(Drag, ABlankLeftWithoutALetterIsNul) {
   };
   DragTo(0, SquareLeft(11), SquareTop(7));
   EXPECT_EQ(form->PicGamer[0].Tag, "Nul");
-  EXPECT_EQ(form->PicGamer[0].face, (TileFace{TileFace::Picture::ImgJok, 13, TileFace::Tint::DarkRed}));  // "N"
+  EXPECT_EQ(form->PicGamer[0].face,
+            (TileFace{TileFace::Picture::ImgJok, 13, TileFace::Tint::DarkRed}));  // "N"
   EXPECT_EQ(program.StrJoker, "Nul");
 }
 

@@ -49,8 +49,8 @@ TEST_F(Bag, DisplayHasOneLineUnder34TilesAndThreeFrom34) {
   EXPECT_EQ(form->LblLetReste.text, "ABCDEFGHIJK\r\nLMNOPQRSTUV\r\nWXYZABCDEFGH");
   program.StrSac = std::string(37, 'B') + "C";  // 38 / 3 = 12.67: 13
   form->SubAfficheSac();
-  EXPECT_EQ(form->LblLetReste.text, std::string(13, 'B') + "\r\n" + std::string(13, 'B') + "\r\n" +
-                                        std::string(11, 'B') + "C");
+  EXPECT_EQ(form->LblLetReste.text,
+            std::string(13, 'B') + "\r\n" + std::string(13, 'B') + "\r\n" + std::string(11, 'B') + "C");
   program.StrSac = std::string(100, 'E') + "??";  // 102 / 3 = 34
   form->SubAfficheSac();
   EXPECT_EQ(form->LblLetReste.text,

@@ -285,8 +285,8 @@ TEST_F(FormState, TheBestPlayIsShownInTheBoxAndTheSummary) {
   EXPECT_EQ(sleeps, std::vector<int>{1000});  // the first plays wait a second
   EXPECT_EQ(fake.sounds.played, std::vector<int>{103});
   EXPECT_TRUE(f.ImgXY.visible);
-  EXPECT_EQ(f.ImgXYPicture, program.engine.BytSens ? FrmPlateau::Arrow::ImgClassicVer
-                                                    : FrmPlateau::Arrow::ImgClassicHor);
+  EXPECT_EQ(f.ImgXYPicture,
+            program.engine.BytSens ? FrmPlateau::Arrow::ImgClassicVer : FrmPlateau::Arrow::ImgClassicHor);
 }
 
 TEST_F(FormState, NoPlayLeavesTheSummaryEmpty) {

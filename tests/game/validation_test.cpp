@@ -229,8 +229,8 @@ TEST_F(Validating, HistoryLinesKeepTheirColumns) {
   form->SubAjoutHisto(ClsWord{"oseraient", "H1", 1234});
   EXPECT_EQ(form->TxtHisto.text,
             "09 ANTICONSTITUTION  7\r\n"
-            "10 KA" + std::string(13, ' ') + "123\r\n" +
-                "11 OSERAIENT" + std::string(6, ' ') + "1234");
+            "10 KA" +
+                std::string(13, ' ') + "123\r\n" + "11 OSERAIENT" + std::string(6, ' ') + "1234");
   EXPECT_EQ(form->LblSolution.text, "''OSERAIENT''");
   EXPECT_EQ(form->LblTirage.text, "11");
   EXPECT_EQ(form->IntNbCoups, 3);
@@ -242,7 +242,8 @@ TEST_F(Validating, SevenTilesOverFiftySixAreCongratulated) {
   for (int i = 0; i < 7; ++i) Put(i, std::string(1, word[size_t(i)]), 4 + i, 7);
   ASSERT_GT(form->SubEvalueProposition().CountP, 56);
   form->CmdValider_Click();
-  EXPECT_TRUE(fake.boxes.Showed(" \r\n  Bravo ! Avec  le  mot OSERAIE ,\r\nvous venez de réaliser un tablinor.      \r\n "));
+  EXPECT_TRUE(fake.boxes.Showed(
+      " \r\n  Bravo ! Avec  le  mot OSERAIE ,\r\nvous venez de réaliser un tablinor.      \r\n "));
   EXPECT_EQ(fake.boxes.shown.front().style.buttons, Buttons::Ok);
 }
 
@@ -257,7 +258,7 @@ TEST_F(Validating, NoCongratulationWithoutTheTourOrUnderFiftySeven) {
 
 TEST_F(Validating, TwoBlanksInSevenTilesMayStayUnderTheBonusLine) {
   program.options.OptMessages = "Oui";
-  Lay("o", "F7");  // the "o" above the blank "R": cross word "oR"
+  Lay("o", "F7");                      // the "o" above the blank "R": cross word "oR"
   const std::string word = "oseRaIe";  // the blanks on the letter premiums of row G
   for (int i = 0; i < 7; ++i) Put(i, std::string(1, word[size_t(i)]), 3 + i, 6);
   const ClsWord w = form->SubEvalueProposition();

@@ -203,7 +203,8 @@ TEST_F(WholeGame, PlayerStopsAfterTwoPlays) {
   EXPECT_EQ(f.LblLetReste.text, "");  // two plays made: the bag's display goes
   EXPECT_EQ(f.LblDuree.text, "0:00:00");
   EXPECT_EQ(f.BytChronoDemande, 0);
-  EXPECT_EQ(f.LblIndic.text, "Pour commencer une nouvelle\r\npartie, cliquez sur le bouton\r\n''Nouvelle partie''");
+  EXPECT_EQ(f.LblIndic.text,
+            "Pour commencer une nouvelle\r\npartie, cliquez sur le bouton\r\n''Nouvelle partie''");
   EXPECT_FALSE(f.CmdArret.visible);
   EXPECT_FALSE(f.CmdSolution.enabled);
   EXPECT_TRUE(f.CmdGame.visible);
@@ -237,7 +238,8 @@ TEST_F(WholeGame, StopBeforeTheSecondPlayKeepsTheBagShown) {
   const std::string bagShown = f.LblLetReste.text;
   f.CmdArret_Click();
   EXPECT_EQ(f.LblLetReste.text, bagShown);
-  EXPECT_EQ(f.LblIndic.text, "Pour commencer une nouvelle\r\npartie, cliquez sur le bouton\r\n''Nouvelle partie''");
+  EXPECT_EQ(f.LblIndic.text,
+            "Pour commencer une nouvelle\r\npartie, cliquez sur le bouton\r\n''Nouvelle partie''");
 }
 
 TEST_F(WholeGame, LeavingFromThePickerEndsTheProgram) {
@@ -278,9 +280,10 @@ TEST_F(WholeGame, TheTourAccompaniesTheFirstGame) {
   std::string word = line.substr(3, 15);
   word.erase(word.find_last_not_of(' ') + 1);
   const std::string points = line.substr(line.find_last_of(' ') + 1);
-  EXPECT_EQ(program.StrMsg, "\r\nLe mot ''" + word + "'' a été validé et rapporte " + points +
-                                " points.\r\n\r\nPour continuer la partie, le joueur suivant doit indiquer au "
-                                "programme les lettres qu'il a piochées.");
+  EXPECT_EQ(program.StrMsg,
+            "\r\nLe mot ''" + word + "'' a été validé et rapporte " + points +
+                " points.\r\n\r\nPour continuer la partie, le joueur suivant doit indiquer au "
+                "programme les lettres qu'il a piochées.");
 }
 
 }  // namespace
