@@ -102,6 +102,13 @@ QFont FixedFont(double pointSize) {
   return font;
 }
 
+void FitFont(QWidget* widget, const QString& text, int width, double minPoints) {
+  QFont font = widget->font();
+  while (font.pointSizeF() > minPoints && QFontMetrics(font).horizontalAdvance(text) > width)
+    font.setPointSizeF(font.pointSizeF() - 0.25);
+  if (font != widget->font()) widget->setFont(font);
+}
+
 void SetPointer(QWidget* widget, Pointer pointer) {
   const Qt::CursorShape shape = pointer == Pointer::Hourglass ? Qt::WaitCursor : Qt::ArrowCursor;
   if (widget->cursor().shape() != shape) widget->setCursor(shape);

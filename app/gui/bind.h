@@ -50,6 +50,10 @@ class Refreshable {
 // A fixed-width font for the columns of the history and the best scores.
 QFont FixedFont(double pointSize = 0);
 
+// Makes the widget's font smaller, if need be, so that `text` fits in
+// `width` pixels on one line (never below `minPoints`).
+void FitFont(QWidget* widget, const QString& text, int width, double minPoints = 6.0);
+
 // The pointer a form asks for.
 void SetPointer(QWidget* widget, Pointer pointer);
 

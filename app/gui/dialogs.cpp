@@ -559,7 +559,15 @@ BestDialog::BestDialog(FrmBest& model, QWidget* parent) : ModelDialog(parent), m
   lstSco_->setFont(fixed);
   lstSco_->setAlternatingRowColors(true);
   lstSco_->setSelectionMode(QAbstractItemView::SingleSelection);
-  lstSco_->setStyleSheet(QStringLiteral("QListWidget::item:selected { background: #0036b8; color: white; }"));
+  {
+    // The new game stands out whether or not the list has the focus.
+    QPalette pal = lstSco_->palette();
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
+      pal.setColor(group, QPalette::Highlight, QColor(0, 54, 184));
+      pal.setColor(group, QPalette::HighlightedText, Qt::white);
+    }
+    lstSco_->setPalette(pal);
+  }
   const QFontMetrics metrics(fixed);
   lstSco_->setMinimumSize(metrics.horizontalAdvance(QString(49, QLatin1Char('M'))) + 30,
                           metrics.height() * 16);

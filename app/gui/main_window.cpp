@@ -324,6 +324,7 @@ ToolsFrame::ToolsFrame(MainWindow& window, QWidget* parent) : QWidget(parent), w
     optPioche_[size_t(i)]->setObjectName(QStringLiteral("OptPioche%1").arg(i));
     optPioche_[size_t(i)]->setGeometry(2, 15 + 16 * i, 120, 16);
     optPioche_[size_t(i)]->setFont(small);
+    optPioche_[size_t(i)]->setProperty("fitWidth", 100);
     connect(optPioche_[size_t(i)], &QRadioButton::clicked, this,
             [this, i] { window_.Forward([this, i] { window_.Model().OptPioche_Click(i); }); });
   }
@@ -333,6 +334,7 @@ ToolsFrame::ToolsFrame(MainWindow& window, QWidget* parent) : QWidget(parent), w
     optJok_[size_t(i)]->setObjectName(QStringLiteral("OptJok%1").arg(i));
     optJok_[size_t(i)]->setGeometry(2, 15 + 16 * (i - 1), 118, 16);
     optJok_[size_t(i)]->setFont(small);
+    optJok_[size_t(i)]->setProperty("fitWidth", 98);
     connect(optJok_[size_t(i)], &QRadioButton::clicked, this,
             [this, i] { window_.Forward([this, i] { window_.Model().OptJok_Click(i); }); });
   }
@@ -368,6 +370,7 @@ void ToolsFrame::Refresh() {
     const OptionButton& o = m.OptPioche[size_t(i)];
     QRadioButton* b = optPioche_[size_t(i)];
     SetText(b, ModelText(o.caption));
+    FitFont(b, b->text(), b->property("fitWidth").toInt());
     Bind(b, o);
     if (b->isChecked() != o.value) b->setChecked(o.value);
   }
@@ -375,6 +378,7 @@ void ToolsFrame::Refresh() {
     const OptionButton& o = m.OptJok[size_t(i)];
     QRadioButton* b = optJok_[size_t(i)];
     SetText(b, ModelText(o.caption));
+    FitFont(b, b->text(), b->property("fitWidth").toInt());
     Bind(b, o);
     if (b->isChecked() != o.value) b->setChecked(o.value);
   }
@@ -556,21 +560,26 @@ void MainWindow::BuildSidePanel() {
 
 void MainWindow::BuildWordCheck() {
   const QFont base = font();
-  auto* title = MakeLabel(client_, QRect(kPlateauLeft, kCheckTop, 104, 22), Sized(base, 8, true));
+  // Two rows under the board: the box, its count and its button, with the
+  // tick box of the definitions below them; the answer on the right.
+  auto* title = MakeLabel(client_, QRect(kPlateauLeft, kCheckTop, 94, 22), Sized(base, 8, true));
   title->setText(QStringLiteral("Vérifier un mot :"));
+  FitFont(title, title->text(), 92);
   txtCtrl_ = new QLineEdit(client_);
   txtCtrl_->setObjectName(QStringLiteral("TxtCtrl"));
-  txtCtrl_->setGeometry(kPlateauLeft + 106, kCheckTop, 140, 22);
+  txtCtrl_->setGeometry(kPlateauLeft + 96, kCheckTop, 124, 22);
   txtCtrl_->setMaxLength(15);
   txtCtrl_->installEventFilter(this);
-  lblN_ = MakeLabel(client_, QRect(kPlateauLeft + 248, kCheckTop, 20, 22), Sized(base, 8), Qt::AlignCenter, "LblN");
-  cmdCtrl_ = MakeButton(client_, QRect(kPlateauLeft + 270, kCheckTop, 70, 22), QStringLiteral("Vérifier"), "CmdCtrl");
+  lblN_ = MakeLabel(client_, QRect(kPlateauLeft + 220, kCheckTop, 20, 22), Sized(base, 8), Qt::AlignCenter, "LblN");
+  cmdCtrl_ = MakeButton(client_, QRect(kPlateauLeft + 240, kCheckTop, 62, 22), QStringLiteral("Vérifier"), "CmdCtrl");
+  constexpr int kAnswerLeft = 306;
   lblA11_ = new QWidget(client_);
   lblA11_->setObjectName(QStringLiteral("LblA11"));
-  lblA11_->setGeometry(kPlateauLeft + 344, kCheckTop, kPlateauWidth - 344, 22);
+  lblA11_->setGeometry(kPlateauLeft + kAnswerLeft, kCheckTop, kPlateauWidth - kAnswerLeft, 36);
   lblA11_->setAutoFillBackground(true);
-  lblA1_ = MakeLabel(lblA11_, QRect(4, 0, kPlateauWidth - 348, 22), Sized(base, 8, true),
+  lblA1_ = MakeLabel(lblA11_, QRect(5, 0, kPlateauWidth - kAnswerLeft - 8, 36), Sized(base, 8, true),
                      Qt::AlignLeft | Qt::AlignVCenter, "LblA1");
+  lblA1_->setWordWrap(true);
 
   const view::FaceSet& faces = view::FaceSet::Shared();
   imgA_ = new QLabel(client_);
@@ -583,8 +592,9 @@ void MainWindow::BuildWordCheck() {
   imgB_->setObjectName(QStringLiteral("ImgB"));
   imgB_->setPixmap(QPixmap::fromImage(faces.TickOn()));
   imgB_->setGeometry(kPlateauLeft + 2, kCheckTop + 25, 13, 13);
-  lblImgCaption_ = MakeLabel(client_, QRect(kPlateauLeft + 20, kCheckTop + 23, 400, 17), Sized(base, 7.5));
+  lblImgCaption_ = MakeLabel(client_, QRect(kPlateauLeft + 19, kCheckTop + 23, kAnswerLeft - 22, 17), Sized(base, 7.5));
   lblImgCaption_->setText(QStringLiteral("Ne pas afficher la définition des mots de 2 et 3 lettres"));
+  FitFont(lblImgCaption_, lblImgCaption_->text(), kAnswerLeft - 24);
 
   connect(txtCtrl_, &QLineEdit::textChanged, this, [this](const QString& text) {
     if (ModelText(model_.TxtCtrl.text) == text) return;

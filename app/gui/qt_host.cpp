@@ -238,16 +238,16 @@ bool QtShell::Open(const std::string& fileOrAddress) {
 // ---------------------------------------------------------------- events
 
 void QtEventPump::DoEvents() {
+  // A search yields at every candidate: running the event loop that often
+  // would cost more than the search. A few milliseconds apart is enough for
+  // the window to keep up.
+  if (sinceLast_.isValid() && sinceLast_.elapsed() < kMinimumGapMs) return;
   ++pumps_;
   QCoreApplication::processEvents(QEventLoop::AllEvents);
   sinceLast_.start();
 }
 
-void QtEventPump::Throttled(void* self) {
-  auto* pump = static_cast<QtEventPump*>(self);
-  if (pump->sinceLast_.isValid() && pump->sinceLast_.elapsed() < 15) return;
-  pump->DoEvents();
-}
+void QtEventPump::Throttled(void* self) { static_cast<QtEventPump*>(self)->DoEvents(); }
 
 YieldHook QtEventPump::SearchHook() { return YieldHook{&QtEventPump::Throttled, this}; }
 

@@ -136,11 +136,12 @@ class QtShell final : public Shell {
   QString lastOpened_;
 };
 
-// Lets the window breathe during long work. DoEvents always runs pending
-// events; the search's hook does so at most every few milliseconds, so that
-// a search of many candidates is not slowed by the event loop.
+// Lets the window breathe during long work: pending events run, at most
+// every few milliseconds, so that a search that yields at each of its many
+// candidates is not slowed by the event loop.
 class QtEventPump final : public EventPump {
  public:
+  static constexpr int kMinimumGapMs = 8;
   void DoEvents() override;
   YieldHook SearchHook();
   int Pumps() const { return pumps_; }

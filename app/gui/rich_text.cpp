@@ -244,7 +244,7 @@ class Converter {
   void EndParagraph(bool always) {
     CloseSpan();
     if (!paragraphOpen_ && always) OpenParagraph();
-    if (paragraphOpen_) html_ += QStringLiteral("</p>\n");
+    if (paragraphOpen_) html_ += QStringLiteral("</p>");
     paragraphOpen_ = false;
   }
 

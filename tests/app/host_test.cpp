@@ -6,9 +6,13 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <QUrlQuery>
 #include <QtTest>
 
+#include "app/gui/mail_link.h"
 #include "app/gui/qt_host.h"
+#include "app/gui/rich_text.h"
+#include <QTextDocument>
 #include "app/gui/single_instance.h"
 
 using namespace ostrane;
@@ -258,6 +262,48 @@ class HostTest : public QObject {
     }
     SingleInstance next(key);
     QVERIFY(next.Acquire());
+  }
+
+  void mailLinks() {
+    QCOMPARE(QString::fromStdString(SubEncodeUrl("a b\nZ9")), QStringLiteral("a%20b%0AZ9"));
+    QCOMPARE(QString::fromStdString(SubEncodeUrl("é@.")), QStringLiteral("%E9%40%2E"));  // code page 1252 bytes
+    QCOMPARE(QString::fromStdString(SubEncodeUrl("\r\n")), QStringLiteral("%0D%0A"));
+    QCOMPARE(QString::fromStdString(MailLink("contact@ostrane.fr", "", "", "Bonjour", "Un mot")),
+             QStringLiteral("mailto:?to=contact@ostrane.fr&Subject=Bonjour&Body=Un%20mot"));
+    QCOMPARE(QString::fromStdString(MailLink("a@b;;c@d;", "e@f", "g@h", "", "")),
+             QStringLiteral("mailto:?to=a@b&to=c@d&cc=e@f&bcc=g@h"));
+    QCOMPARE(QString::fromStdString(MailLink("", "", "", "", "")), QStringLiteral("mailto:?"));
+    QtShell shell;
+    UrlCatcher catcher;
+    QDesktopServices::setUrlHandler(QStringLiteral("mailto"), &catcher, "open");
+    SubOuvreCourrier(shell, kContactAddress, "", "", "Question", "Ligne 1\r\nLigne 2");
+    QDesktopServices::unsetUrlHandler(QStringLiteral("mailto"));
+    QCOMPARE(catcher.urls.size(), 1);
+    QVERIFY(catcher.urls[0].toEncoded().contains("Body=Ligne%201%0D%0ALigne%202"));
+    QCOMPARE(QUrlQuery(catcher.urls[0]).queryItemValue(QStringLiteral("Subject")), QStringLiteral("Question"));
+  }
+
+  void richTextOfTheProgramsDocuments() {
+    const QByteArray lecran = ReadDocument(QStringLiteral("/nonexistent"), QStringLiteral("lecran.rtf"));
+    if (lecran.isEmpty()) QSKIP("the documents are not among the resources of this build");
+    const QString html = RtfToHtml(lecran);
+    QTextDocument doc;
+    doc.setHtml(html);
+    const QString text = doc.toPlainText();
+    QVERIFY(text.startsWith(QStringLiteral("Écran trop petit")));
+    QVERIFY(html.contains(QStringLiteral("moins de 700\u00a0pixels")));  // \~ is a non-breaking space
+    QVERIFY(text.contains(QStringLiteral("\u2022")));               // the bullets
+    QVERIFY(text.contains(QStringLiteral("« Ignorer la vérification")));  // shown with a plain space
+    QVERIFY(!text.contains(QLatin1Char('\\')));                     // no control word left
+    QVERIFY(!text.contains(QStringLiteral("DejaVu")));               // nor the font table
+    QVERIFY(html.contains(QStringLiteral("color:#940000")));        // the heading's colour
+    QVERIFY(html.contains(QStringLiteral("font-weight:bold")));
+    // A text that is no RTF is shown as it is.
+    doc.setHtml(RtfToHtml("Ligne <1>\nLigne 2"));
+    QCOMPARE(doc.toPlainText(), QStringLiteral("Ligne <1>\nLigne 2"));
+    // \u characters and escapes.
+    doc.setHtml(RtfToHtml("{\\rtf1\\uc1 caf\\'e9 \\u8364? {\\b gras}\\par fin}"));
+    QCOMPARE(doc.toPlainText(), QStringLiteral("café € gras\nfin"));
   }
 
   void eventPumpRunsPendingWorkAndThrottlesTheSearch() {
