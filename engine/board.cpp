@@ -8,17 +8,6 @@
 #include "lexicon/lexicon.h"
 
 namespace ostrane {
-namespace {
-
-// The premium squares, row A first; character n of a row is column n.
-constexpr std::array<std::string_view, 15> kPrimes = {
-    "400100040001004", "030002000200030", "003000101000300", "100300010003001",
-    "000030000030000", "020002000200020", "001000101000100", "400100030001004",
-    "001000101000100", "020002000200020", "000030000030000", "100300010003001",
-    "003000101000300", "030002000200030", "400100040001004"};
-
-}  // namespace
-
 ClsPlateau::ClsPlateau(const Lexicon& lexicon, EngineContext& context)
     : lexicon_(lexicon), context_(context) {
   objExpressions_.SubDico(lexicon);
@@ -57,7 +46,7 @@ bool ClsPlateau::IsEmpty() const {
 
 char ClsPlateau::TabPrime(int x, int y) {
   CheckSquare(x, y);
-  return kPrimes[size_t(y)][size_t(x)];
+  return PrimeAt(x, y);
 }
 
 void ClsPlateau::SubPlat() {

@@ -30,6 +30,13 @@
 
 namespace ostrane {
 
+// The premium squares, row A first; character n of a row is column n.
+inline constexpr std::array<std::string_view, 15> kPrimeRows = {
+    "400100040001004", "030002000200030", "003000101000300", "100300010003001",
+    "000030000030000", "020002000200020", "001000101000100", "400100030001004",
+    "001000101000100", "020002000200020", "000030000030000", "100300010003001",
+    "003000101000300", "030002000200030", "400100040001004"};
+
 struct Lexicon;
 class MoveSearch;
 struct LineEntries;
@@ -120,6 +127,13 @@ class ClsPlateau {
   // Where the first-play search asks whether to go on with a huge list.
   void SetMessageBoxes(MessageBoxes* boxes) { objExpressions_.SetMessageBoxes(boxes); }
 
+  // What the last search did, for benchmarks: masks asked for, pattern
+  // searches really run, words generated, words proven, letters laid.
+  struct SearchStats {
+    int64_t masks = 0, generated = 0, candidates = 0, proofs = 0, steps = 0;
+  };
+  SearchStats LastSearchStats() const;
+
   // ---------------------------------------------------------- solution set
   // Level 5: the first play with the highest score, or nothing when no play
   // scores above 0. Other levels: the first play nearest to (best - 2) x
@@ -142,6 +156,7 @@ class ClsPlateau {
   friend class MoveSearch;
 
   static void CheckSquare(int x, int y);
+  static char PrimeAt(int x, int y) { return kPrimeRows[size_t(y)][size_t(x)]; }
   char& At(int x, int y) { return squares_[size_t(y) * kSize + size_t(x)]; }
   char At(int x, int y) const { return squares_[size_t(y) * kSize + size_t(x)]; }
   void Yield() const { yield_(); }

@@ -6,9 +6,12 @@
 // 0 when it validates a play and reads BytSens after SubSortie.
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace ostrane {
+
+struct WordTreeIndex;  // engine/move_search.h
 
 // A small reproducible generator: the same seed gives the same draws on every
 // machine and build.
@@ -43,6 +46,10 @@ struct EngineContext {
   uint8_t BytSens = 0;
   // Draws the direction of each first play.
   Rng Random;
+
+  // What the search works out once from the word tree; made by the first
+  // search and kept for the next boards.
+  std::shared_ptr<const WordTreeIndex> TreeIndex;
 };
 
 }  // namespace ostrane

@@ -24,6 +24,19 @@ inline uint32_t Bit(char letter) { return 1u << (letter - 'A'); }
 
 // =================================================================== search
 
+ClsPlateau::SearchStats ClsPlateau::LastSearchStats() const {
+  SearchStats stats;
+  if (search_) {
+    const MoveSearch::Stats& last = search_->LastStats();
+    stats.masks = last.masks;
+    stats.generated = last.generated;
+    stats.candidates = last.candidates;
+    stats.proofs = last.proofs;
+    stats.steps = last.steps;
+  }
+  return stats;
+}
+
 MoveSearch& ClsPlateau::Search() {
   if (!search_) search_ = std::make_unique<MoveSearch>(*this);
   return *search_;
@@ -32,6 +45,7 @@ MoveSearch& ClsPlateau::Search() {
 int32_t ClsPlateau::TrouveSolution(std::string& lettres) {
   lngProchain_ = 1;
   tabSolutions_.clear();
+  tabSolutions_.reserve(size_t(kSolutionsBound) + 1);  // once: its pages are used as it fills
   tabSolutions_.emplace_back();
   blnResultat_ = 0;
   blnEnCours_ = -1;
@@ -217,7 +231,57 @@ MoveSearch::MoveSearch(ClsPlateau& board) : board_(board), dico_(board.lexicon_.
   scored_.reserve(1024);
 }
 
+std::shared_ptr<const WordTreeIndex> WordTreeIndex::Build(const ClsDico& dico) {
+  auto index = std::make_shared<WordTreeIndex>();
+  const size_t nodes = size_t(dico.UpperBound()) + 1;
+  index->dico = &dico;
+  index->nodes = int32_t(nodes);
+  index->signature = Signature(dico);
+  index->childMask.assign(nodes, 0);
+  index->reach.assign(nodes, 0);
+  bool ordered = true;
+  // A child is always numbered after its parent: going down from the last
+  // node, every child is done before its parent.
+  for (size_t n = nodes; n-- > 0;) {
+    int32_t next[27];
+    for (int x = 0; x <= 26; ++x) next[x] = dico.Child(int32_t(n), x);
+    uint32_t mask = 0;
+    for (int x = 1; x <= 26; ++x) mask |= uint32_t(next[x] != 0) << (x - 1);
+    index->childMask[n] = mask;
+    int reach = (dico.EndMask(int32_t(n)) >> 1) != 0 ? 1 : 0;
+    for (uint32_t left = mask; left != 0; left &= left - 1) {
+      const int32_t child = next[1 + __builtin_ctz(left)];
+      if (size_t(child) <= n) ordered = false;
+      reach = std::max(reach, 1 + int(index->reach[size_t(child)]));
+    }
+    index->reach[n] = uint8_t(std::min(reach, 254));
+  }
+  // Not the numbering this relies on: no pruning by length at all.
+  if (!ordered) std::fill(index->reach.begin(), index->reach.end(), uint8_t(254));
+  return index;
+}
+
+uint64_t WordTreeIndex::Signature(const ClsDico& dico) {
+  const int32_t last = dico.UpperBound();
+  const int32_t step = std::max<int32_t>(1, last / 509);
+  uint64_t hash = uint64_t(last) * 0x9E3779B97F4A7C15ull ^ uint64_t(dico.LngLibre());
+  for (int32_t n = 0; n <= last; n += step) {
+    hash = (hash ^ dico.EndMask(n)) * 0x100000001B3ull;
+    for (int x = 1; x <= 26; ++x) hash = (hash ^ uint64_t(uint32_t(dico.Child(n, x)))) * 0x100000001B3ull;
+  }
+  return hash;
+}
+
+bool WordTreeIndex::Fits(const ClsDico& other) const {
+  return dico == &other && nodes == other.UpperBound() + 1 && signature == Signature(other);
+}
+
 void MoveSearch::BeginSearch() {
+  if (!tree_) {
+    std::shared_ptr<const WordTreeIndex>& shared = board_.context_.TreeIndex;
+    if (!shared || !shared->Fits(dico_)) shared = WordTreeIndex::Build(dico_);
+    tree_ = shared;
+  }
   rackReady_ = false;
   stats_ = Stats{};
 }
@@ -269,6 +333,22 @@ bool MoveSearch::IsWordAsGiven(std::string& word) const {
   return board_.objExpressions_.SubWordIsTrue(word, node);
 }
 
+// The word test of the proof for the word and the tiles after it: as
+// IsWordAsGiven on the joined text, the tree walk going on from the node the
+// pattern search reached after the word.
+bool MoveSearch::GoesOnToAWord(int32_t after, int wordLength, const std::string& joined) const {
+  const size_t length = joined.size();
+  if (length >= 10 && length <= 15) return board_.lexicon_.LongWords(length).Contains(joined);
+  if (length > 15) return false;
+  int32_t node = after;
+  for (size_t k = size_t(wordLength); k + 1 < length; ++k) {
+    node = dico_.FindNode(node, LetterCode(UpperAscii(joined[k])));
+    if (node == 0) return false;
+  }
+  const int last = LetterCode(UpperAscii(joined.back()));
+  return dico_.FindNode(node, last) != 0 && dico_.IsWordInNode(node, last);
+}
+
 void MoveSearch::Candidates(const LineEntries& entries, int line, int start, const char* mask,
                             int maskLength, int minLen, int maxLen, std::string& lettres) {
   if (!rackReady_) PrepareRack(lettres);
@@ -293,17 +373,16 @@ void MoveSearch::Candidates(const LineEntries& entries, int line, int start, con
     else
       key.b |= code << (5 * (k - 10));
   }
+  // The words of a shorter least length are those of a longer one and more,
+  // in the same order: a list is made again only for a shorter least length.
   Range range;
   if (keyed) {
-    const auto found = memo_.find(key);
-    if (found != memo_.end()) {
-      range = found->second;
-    } else {
-      range = Generate(entries, line, start, mask, maskLength);
-      memo_.emplace(key, range);
-    }
+    const auto [found, added] = memo_.try_emplace(key);
+    if (added || found->second.minLen > minLen)
+      found->second = Generate(entries, line, start, mask, maskLength, minLen);
+    range = found->second;
   } else {
-    range = Generate(entries, line, start, mask, maskLength);
+    range = Generate(entries, line, start, mask, maskLength, minLen);
   }
 
   for (uint32_t k = range.first; k < range.first + range.count; ++k) {
@@ -333,18 +412,24 @@ void MoveSearch::Prove(Candidate& candidate, const LineEntries& entries, int lin
   }
 
   // The tiles that touch the word on its left and right make part of it.
+  // (By the way starts are chosen there is never one on its left.)
   std::string joined;
   if (start != 0)
     for (int x = start - 1; x >= 0 && entries.Tile(x); --x) joined.insert(joined.begin(), board_.At(x, line));
   const size_t leftLength = joined.size();
   joined.append(w, size_t(length));
   for (int x = start + length; x <= 14 && entries.Tile(x); ++x) joined += board_.At(x, line);
-  std::string tested = joined;
-  if (!IsWordAsGiven(tested)) {
+  if (leftLength > 0) {
+    std::string tested = joined;
+    if (!IsWordAsGiven(tested)) {
+      candidate.state = -1;
+      return;
+    }
+  } else if (joined.size() > size_t(length) && !GoesOnToAWord(candidate.node, length, joined)) {
+    // Alone, the word is one that the walk found ending in the tree.
     candidate.state = -1;
     return;
   }
-  (void)leftLength;
 
   for (char& c : joined) c = LowerAscii(c);
   std::string blanks(w + length, size_t(candidate.blankCount));
@@ -366,8 +451,9 @@ void MoveSearch::Prove(Candidate& candidate, const LineEntries& entries, int lin
 // back at once, as if no word went on from there.
 
 MoveSearch::Range MoveSearch::Generate(const LineEntries& entries, int line, int start,
-                                       const char* mask, int maskLength) {
+                                       const char* mask, int maskLength, int minLen) {
   ++stats_.generated;
+  minLen_ = minLen;
   if (maskLength > kMaxRack) FatalIndex("masque", maskLength);
   maskLength_ = maskLength;
   for (int k = 0; k < maskLength; ++k) mask_[k + 1] = UpperAscii(mask[k]);
@@ -383,6 +469,7 @@ MoveSearch::Range MoveSearch::Generate(const LineEntries& entries, int line, int
   }
 
   Range range;
+  range.minLen = minLen;
   range.first = uint32_t(candidates_.size());
   wordLength_ = 0;
   blankCount_ = 0;
@@ -395,8 +482,9 @@ MoveSearch::Range MoveSearch::Generate(const LineEntries& entries, int line, int
   return range;
 }
 
-void MoveSearch::Store() {
+void MoveSearch::Store(int32_t after) {
   Candidate candidate;
+  candidate.node = after;
   candidate.text = uint32_t(text_.size());
   candidate.wordLength = uint8_t(wordLength_);
   candidate.blankCount = uint8_t(blankCount_);
@@ -419,17 +507,42 @@ void MoveSearch::Pop(int32_t& node) {
 
 void MoveSearch::Masque(const char* letters, int count, int32_t& node, int& pos) {
   uint32_t tried = 0;
-  for (int i = 0; i < count; ++i) {
-    const char c = letters[i];
-    if (c == '?') {
-      for (char letter = 'A'; letter <= 'Z'; ++letter) {
-        blanks_[blankCount_++] = letter;
-        if (!(tried & Bit(letter))) Step(letter, letters, count, i, node, pos, tried);
-        --blankCount_;
+  // The first letter tried in this call walks the fixed letters in front of
+  // the next free cell, whatever the letter; they stay walked for the others.
+  // When that first letter is a blank it stands for A during the walk, and
+  // the words the walk keeps carry that A among their blank letters. When no
+  // cell is left, or the walk finds no way on, no letter lays anything.
+  bool open = count > 0 && pos < maskLength_;
+  if (open && mask_[pos + 1] != '*') {
+    const bool blankFirst = letters[0] == '?';
+    if (blankFirst) blanks_[blankCount_++] = 'A';
+    open = WalkFixed(node, pos);
+    if (blankFirst) --blankCount_;
+  }
+  if (open) {
+    // A letter that neither ends a word long enough nor leads further, or
+    // that the cross-word refuses, would be laid and taken back with nothing
+    // kept: only the others are laid.
+    const int cell = pos + 1;
+    uint32_t useful = 0;
+    if (wordLength_ + 1 >= minLen_) useful |= dico_.EndMask(node) >> 1;
+    if (cell < maskLength_) useful |= ChildMask(node);
+    useful &= allowed_[cell];
+    for (int i = 0; i < count; ++i) {
+      const char c = letters[i];
+      if (c == '?') {
+        for (uint32_t left = useful & ~tried; left != 0; left &= left - 1) {
+          blanks_[blankCount_++] = char('A' + __builtin_ctz(left));
+          Place(blanks_[blankCount_ - 1], letters, count, i, node, pos, tried);
+          --blankCount_;
+        }
+      } else if (IsLetter(c)) {
+        if (tried & Bit(c)) continue;
+        tried |= Bit(c);
+        if (useful & Bit(c)) Place(c, letters, count, i, node, pos, tried);
+      } else {
+        Place(c, letters, count, i, node, pos, tried);
       }
-    } else {
-      if (IsLetter(c) && (tried & Bit(c))) continue;
-      Step(c, letters, count, i, node, pos, tried);
     }
   }
   if (wordLength_ == 0) return;
@@ -444,42 +557,43 @@ void MoveSearch::Masque(const char* letters, int count, int32_t& node, int& pos)
 
   // With the rack spent and only fixed cells behind, the word may still be
   // completed by them: it is kept without that tail.
-  if (count == 0 && wordLength_ < maskLength_ && !freeAfter_[wordLength_]) {
+  if (count == 0 && wordLength_ < maskLength_ && !freeAfter_[wordLength_] &&
+      wordLength_ >= minLen_) {
     int length = 0;
     for (int k = 0; k < wordLength_; ++k) scratch_[length++] = word_[k];
     for (int k = wordLength_ + 1; k <= maskLength_; ++k) scratch_[length++] = mask_[k];
-    if (board_.objExpressions_.SubWordIsTrue(std::string_view(scratch_, size_t(length))) &&
-        wordLength_ >= 0)
-      Store();
+    if (board_.objExpressions_.SubWordIsTrue(std::string_view(scratch_, size_t(length)))) Store(node);
   }
 }
 
-void MoveSearch::Step(char letter, const char* letters, int count, int i, int32_t& node,
-                      int& pos, uint32_t& tried) {
-  if (pos >= maskLength_) return;
+bool MoveSearch::WalkFixed(int32_t& node, int& pos) {
   ++pos;
-
-  // Walk the fixed letters in front of the next free cell.
   while (mask_[pos] != '*') {
     const char fixed = mask_[pos];
     const int x = LetterCode(fixed);
     const int32_t child = dico_.FindNode(node, x);
     if (child == 0) {
       --pos;
-      return;
+      return false;
     }
     word_[wordLength_++] = fixed;
     ++pos;
-    if (dico_.Ends(node, x)) Store();
+    if (dico_.Ends(node, x) && wordLength_ >= minLen_) Store(child);
     Push(node);
     node = child;
     if (wordLength_ == maskLength_) {
       --pos;
-      return;
+      return false;
     }
   }
+  --pos;
+  return true;
+}
 
-  // The free cell takes the letter.
+void MoveSearch::Place(char letter, const char* letters, int count, int i, int32_t node, int& pos,
+                       uint32_t& tried) {
+  ++stats_.steps;
+  ++pos;
   const int x = LetterCode(letter);
   word_[wordLength_++] = letter;
   bool goesOn;
@@ -492,13 +606,20 @@ void MoveSearch::Step(char letter, const char* letters, int count, int i, int32_
     goesOn = false;
   }
   if (goesOn) {
-    if (dico_.Ends(node, x)) Store();
+    if (dico_.Ends(node, x) && wordLength_ >= minLen_) Store(dico_.Child(node, x));
     if (pos < maskLength_) {
       int32_t child = dico_.Child(node, x);
-      if (child != 0) {
-        char rest[kMaxRack];
-        std::memcpy(rest, letters, size_t(i));
-        std::memcpy(rest + i, letters + i + 1, size_t(count - i - 1));
+      // Below a node that cannot reach the least length nothing is kept.
+      if (child != 0 && wordLength_ + tree_->reach[size_t(child)] >= minLen_) {
+        char rest[kMaxRack + 16];
+        if (count <= 16) {
+          // Fixed-size copies: no call for a rack of a few letters.
+          std::memcpy(rest, letters, 16);
+          std::memcpy(rest + i, letters + i + 1, 16);
+        } else {
+          std::memcpy(rest, letters, size_t(i));
+          std::memcpy(rest + i, letters + i + 1, size_t(count - i - 1));
+        }
         Masque(rest, count - 1, child, pos);
       }
     }

@@ -15,6 +15,7 @@
 // always taken back), so all of this holds for the whole pass.
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -26,6 +27,21 @@ namespace ostrane {
 class ClsPlateau;
 class ClsDico;
 struct LineEntries;
+
+// The word tree seen from each node: the letters that lead on (bit 0 = A),
+// and the most letters that can still follow on the way to a word's end.
+struct WordTreeIndex {
+  const ClsDico* dico = nullptr;
+  int32_t nodes = 0;
+  uint64_t signature = 0;
+  std::vector<uint32_t> childMask;
+  std::vector<uint8_t> reach;
+
+  static std::shared_ptr<const WordTreeIndex> Build(const ClsDico& dico);
+  // Made from this very tree (checked on a sample of its nodes).
+  bool Fits(const ClsDico& dico) const;
+  static uint64_t Signature(const ClsDico& dico);
+};
 
 class MoveSearch {
  public:
@@ -53,6 +69,7 @@ class MoveSearch {
     int64_t generated = 0;   // pattern searches really run
     int64_t candidates = 0;  // results generated
     int64_t proofs = 0;      // results proven
+    int64_t steps = 0;       // letters laid by the pattern searches
   };
   const Stats& LastStats() const { return stats_; }
 
@@ -63,9 +80,11 @@ class MoveSearch {
     uint8_t blankCount;
     int8_t state;     // 0 not proven yet, 1 a play, -1 dropped
     int32_t scored;   // index in scored_ when a play
+    int32_t node;     // the tree node reached after the word
   };
   struct Range {
     uint32_t first = 0, count = 0;
+    int minLen = 0;  // the shortest word kept
   };
   struct Key {
     uint64_t a = 0, b = 0;
@@ -79,15 +98,18 @@ class MoveSearch {
 
   void PrepareRack(std::string& lettres);
   Range Generate(const LineEntries& entries, int line, int start, const char* mask,
-                 int maskLength);
+                 int maskLength, int minLen);
   void Masque(const char* letters, int count, int32_t& node, int& pos);
-  void Step(char letter, const char* letters, int count, int i, int32_t& node, int& pos,
-            uint32_t& tried);
-  void Store();
+  bool WalkFixed(int32_t& node, int& pos);
+  void Place(char letter, const char* letters, int count, int i, int32_t node, int& pos,
+             uint32_t& tried);
+  void Store(int32_t after);
+  uint32_t ChildMask(int32_t node) const { return tree_->childMask[size_t(node)]; }
   void Push(int32_t node);
   void Pop(int32_t& node);
   void Prove(Candidate& candidate, const LineEntries& entries, int line, int start);
   bool IsWordAsGiven(std::string& word) const;
+  bool GoesOnToAWord(int32_t after, int wordLength, const std::string& joined) const;
 
   ClsPlateau& board_;
   const ClsDico& dico_;
@@ -102,6 +124,7 @@ class MoveSearch {
   // The walk of one pattern search. Cells are numbered from 1.
   char mask_[64] = {};
   int maskLength_ = 0;
+  int minLen_ = 0;
   bool freeAfter_[64] = {};  // a "*" stands after cell i
   uint32_t allowed_[64] = {};
   char word_[64] = {};
@@ -111,6 +134,8 @@ class MoveSearch {
   int32_t nodes_[64] = {};
   int nodeCount_ = 0;
   char scratch_[64] = {};
+
+  std::shared_ptr<const WordTreeIndex> tree_;
 
   // What the pass keeps.
   std::unordered_map<Key, Range, KeyHash> memo_;

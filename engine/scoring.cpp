@@ -46,52 +46,60 @@ int16_t ClsPlateau::SubScoreLetters(std::string_view car) {
 int16_t ClsPlateau::SubPointsMot(std::string& word, int row, int start) const {
   Yield();
   const int length = int(word.size());
+  // Every square the word covers is read first: one outside the board ends
+  // the program there.
+  if (row < 0 || row >= kSize || start < 0 || start + length > kSize)
+    for (int i = 0; i < length; ++i) CheckSquare(start + i, row);
+  if (start > 14) return 0;  // nothing laid and nothing to read
+  CheckSquare(start, row);
+  const char* const line = &squares_[size_t(row) * kSize];
 
   // Lay the word on the working row: the board's own tiles replace the
   // expression's letters, in the board's case.
   int newTiles = 0;
   for (int i = 0; i < length; ++i) {
-    const char real = Square(start + i, row);
+    const char real = line[start + i];
     if (real == '\0')
       ++newTiles;
     else
       word[size_t(i)] = real;
   }
   const int bonus = newTiles == 7 ? 50 : 0;
-  if (start <= 14) CheckSquare(start, row);
-  // The working square of column x: the word over its columns, the board
-  // elsewhere (and on every other row).
-  const auto working = [&](int x) {
-    return (x >= start && x < start + length) ? word[size_t(x - start)] : At(x, row);
-  };
 
-  // Main word, from the start rightward while the squares are occupied.
-  int factor = 1, sum = 0;
-  for (int x = start; x <= 14; ++x) {
-    const char c = working(x);
-    if (c == '\0') break;
+  // Main word, from the start rightward while the squares are occupied. Only
+  // a new tile (a square empty on the board) takes its premium.
+  int factor = 1, sum = 0, points = 0;
+  int x = start;
+  for (; x <= 14 && x < start + length; ++x) {
+    const char c = word[size_t(x - start)];
     int value = SubScoreLetters(c);
-    if (c != At(x, row)) {
-      const char prime = TabPrime(x, row);
+    if (line[x] == '\0') {
+      const char prime = PrimeAt(x, row);
       value *= LetterFactor(prime);
       factor *= WordFactor(prime);
     }
     sum += value;
   }
-  int points = sum * factor;
+  for (; x <= 14 && line[x] != '\0'; ++x) sum += SubScoreLetters(line[x]);
+  points = sum * factor;
 
   // Cross-words of the new tiles.
-  for (int x = start; x <= 14; ++x) {
-    const char c = working(x);
-    if (c == At(x, row) || c == '?') continue;
-    int top = row, bottom = row;
-    while (top > 0 && At(x, top - 1) != '\0') --top;
-    while (bottom < 14 && At(x, bottom + 1) != '\0') ++bottom;
-    if (bottom == top) continue;
+  for (int i = 0; i < length && start + i <= 14; ++i) {
+    const int column = start + i;
+    const char c = word[size_t(i)];
+    if (line[column] != '\0' || c == '?') continue;
     int crossSum = 0;
-    for (int y = top; y <= bottom; ++y)
-      if (y != row) crossSum += SubScoreLetters(At(x, y));
-    const char prime = TabPrime(x, row);
+    bool crossed = false;
+    for (int y = row - 1; y >= 0 && At(column, y) != '\0'; --y) {
+      crossSum += SubScoreLetters(At(column, y));
+      crossed = true;
+    }
+    for (int y = row + 1; y <= 14 && At(column, y) != '\0'; ++y) {
+      crossSum += SubScoreLetters(At(column, y));
+      crossed = true;
+    }
+    if (!crossed) continue;
+    const char prime = PrimeAt(column, row);
     crossSum += SubScoreLetters(c) * LetterFactor(prime);
     points += crossSum * WordFactor(prime);
   }
@@ -101,11 +109,19 @@ int16_t ClsPlateau::SubPointsMot(std::string& word, int row, int start) const {
 ClsWord ClsPlateau::ScoreExpression(const Expression& expression, int row, int start,
                                     int orientation, std::string_view position) const {
   ClsWord result;
+  std::string placeText;
   const auto place = [&] {
-    return orientation != 0 ? SubTurnPlace(position) : std::string(position);
+    if (placeText.empty()) placeText = orientation != 0 ? SubTurnPlace(position) : std::string(position);
+    return placeText;
   };
   const std::string_view word = expression.word;
   const int length = int(word.size());
+  const bool inside = row >= 0 && row < kSize && start >= 0 && start + length <= kSize;
+  // Whether the square under letter i is free (a square outside the board
+  // ends the program).
+  const auto freeAt = [&](int i) {
+    return (inside ? At(start + i, row) : Square(start + i, row)) == '\0';
+  };
 
   if (!expression.hasBlank) {
     std::string laid(word);
@@ -121,7 +137,7 @@ ClsWord ClsPlateau::ScoreExpression(const Expression& expression, int row, int s
     // among equal scores the last one wins.
     const char b = blanks.front();
     for (int i = 0; i < length; ++i) {
-      const bool free = Square(start + i, row) == '\0';
+      const bool free = freeAt(i);
       if (word[size_t(i)] != b || !free) continue;
       std::string copy(word);
       copy[size_t(i)] = UpperAscii(copy[size_t(i)]);
@@ -139,14 +155,14 @@ ClsWord ClsPlateau::ScoreExpression(const Expression& expression, int row, int s
   // only the first blank shows; the expression kept is the second copy,
   // where both do.
   for (int i = 0; i < length; ++i) {
-    const bool freeI = Square(start + i, row) == '\0';
+    const bool freeI = freeAt(i);
     if (blanks.empty() || word[size_t(i)] != blanks.front() || !freeI) continue;
     std::string first(word);
     first[size_t(i)] = UpperAscii(first[size_t(i)]);
     bool scored = false;
     int16_t points = 0;
     for (int j = 0; j < length; ++j) {
-      const bool freeJ = Square(start + j, row) == '\0';
+      const bool freeJ = freeAt(j);
       if (first[size_t(j)] != blanks.back() || !freeJ) continue;
       // Made before the first scoring writes the board's letters into the
       // first copy.
