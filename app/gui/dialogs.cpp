@@ -82,6 +82,11 @@ void ModelDialog::RunModal() {
 void ModelDialog::Refresh() {
   if (closing_) return;
   Show();
+  if (isVisible()) {
+    // A longer text makes the dialog grow, never cut.
+    const QSize hint = sizeHint();
+    if (hint.width() > width() || hint.height() > height()) resize(size().expandedTo(hint));
+  }
   if (ModelClosed() && isVisible()) {
     closing_ = true;
     done(QDialog::Accepted);
@@ -418,17 +423,20 @@ BoiteIDialog::BoiteIDialog(FrmBoiteI& model, QWidget* parent) : ModelDialog(pare
   lblInfoBis_->setFont(Scaled(font(), 1.3, true));
   lblInfoBis_->setStyleSheet(QStringLiteral("color: #1f5c44;"));
   inner->addWidget(lblInfoBis_);
-  lblInfo_ = new QLabel(frame);
-  lblInfo_->setObjectName(QStringLiteral("LblInfo"));
-  lblInfo_->setWordWrap(true);
-  lblInfo_->setMinimumWidth(400);
-  inner->addWidget(lblInfo_);
+  lblInfoHead_ = new QLabel(frame);
+  lblInfoHead_->setWordWrap(true);
+  inner->addWidget(lblInfoHead_);
   lblInfoTer_ = new QLabel(frame);
   lblInfoTer_->setObjectName(QStringLiteral("LblInfoTer"));
   lblInfoTer_->setAlignment(Qt::AlignCenter);
   lblInfoTer_->setFont(Scaled(font(), 1.6, true));
   lblInfoTer_->setStyleSheet(QStringLiteral("color: #0036b8;"));
   inner->addWidget(lblInfoTer_);
+  lblInfo_ = new QLabel(frame);
+  lblInfo_->setObjectName(QStringLiteral("LblInfo"));
+  lblInfo_->setWordWrap(true);
+  lblInfo_->setMinimumWidth(400);
+  inner->addWidget(lblInfo_);
   lblInfoQuar_ = new QLabel(ModelText(FrmBoiteI::kLblInfoQuar), frame);
   lblInfoQuar_->setWordWrap(true);
   lblInfoQuar_->setFont(Scaled(font(), 1.0, true));
@@ -458,12 +466,24 @@ void BoiteIDialog::Show() {
     lblInfoBis_->setFont(bis);
   }
   // The text: a leading line break of the tour's steps leaves a blank line
-  // under the heading, as the box is laid out.
-  SetText(lblInfo_, ModelText(v.LblInfo));
+  // under the heading, as the box is laid out. The word of step 4 stands on
+  // the blank line under the text's first line.
+  QString text = ModelText(v.LblInfo);
+  const qsizetype firstBreak = text.indexOf(QLatin1Char('\n'));
+  if (v.LblInfoTerVisible && firstBreak > 0) {
+    SetText(lblInfoHead_, text.left(firstBreak));
+    text = text.mid(firstBreak + 1);
+    if (text.startsWith(QLatin1Char('\n'))) text = text.mid(1);
+    SetVisible(lblInfoHead_, true);
+  } else {
+    SetVisible(lblInfoHead_, false);
+  }
+  SetText(lblInfo_, text);
   lblInfo_->setAlignment(v.LblInfoCentred ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter);
   QFont info = font();
   if (v.LblInfoFontPoints > 0) info.setPointSizeF(std::max<double>(v.LblInfoFontPoints, font().pointSizeF()));
   if (lblInfo_->font() != info) lblInfo_->setFont(info);
+  if (lblInfoHead_->font() != info) lblInfoHead_->setFont(info);
   SetText(lblInfoTer_, ModelText(v.LblInfoTer));
   SetVisible(lblInfoTer_, v.LblInfoTerVisible);
   SetVisible(lblInfoQuar_, v.LblInfoQuarVisible);

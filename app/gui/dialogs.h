@@ -163,6 +163,7 @@ class BoiteIDialog : public ModelDialog {
  private:
   FrmBoiteI& model_;
   QLabel* lblInfoBis_;
+  QLabel* lblInfoHead_;  // the first line of LblInfo, when the word of step 4 stands under it
   QLabel* lblInfo_;
   QLabel* lblInfoTer_;
   QLabel* lblInfoQuar_;
