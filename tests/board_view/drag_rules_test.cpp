@@ -208,6 +208,7 @@ TEST_F(Drag, ATileFromTheBoardPushesTheOtherToTheLowestFreePlace) {
 
 TEST_F(Drag, ABlankAsksItsLetterAtEachDropOnTheBoard) {
   PutOnRack(4, "?", 3);
+  PutOnRack(5, "e", 4);  // another tile on the place numbered like the blank
   form->PicGamer[4].face = TileFace{TileFace::Picture::ImgLet, 26, TileFace::Tint::None};
   forms.jokerLetters = {"s", "z"};
   DragTo(4, SquareLeft(11), SquareTop(7));
@@ -215,7 +216,8 @@ TEST_F(Drag, ABlankAsksItsLetterAtEachDropOnTheBoard) {
   EXPECT_EQ(form->PicGamer[4].Tag, "S");
   EXPECT_EQ(form->PicGamer[4].face,
             (TileFace{TileFace::Picture::ImgJok, 'S' - 'A', TileFace::Tint::DarkRed}));
-  EXPECT_EQ(form->TabChevalet[4].StrLettre, "");  // the entry numbered like the tile
+  EXPECT_EQ(form->TabChevalet[4].StrLettre, "");  // the entry numbered like the tile, though "e" stands there
+  EXPECT_EQ(form->PicGamer[5].left, RackLeft(4));
   EXPECT_EQ(form->TabChevalet[3].StrLettre, "");  // and the place it came from
   EXPECT_EQ(form->LblPts.text, "9");              // chatS: the blank scores nothing
   // Moved to another square, it asks again and takes the new letter.
