@@ -40,7 +40,7 @@ struct Label : Control {
   std::string text;
   Color foreColor;
   Color backColor;
-  bool bold = true;
+  bool bold = false;
 };
 
 struct TextBox : Control {

@@ -134,6 +134,7 @@ FrmPlateau::FrmPlateau(Program& program, Forms& forms) : program_(program), form
   CmdArretBis.caption = "FinPartieBis";
   CmdCtrl.enabled = false;
   TxtHisto.text = "";
+  LblIndic.bold = true;  // the invitation stands in bold; the summary of a solution does not
   LblLTitre.text = "Lettres qu'il reste à piocher";
   LblLTitre.visible = false;
   LblLetReste.visible = false;
