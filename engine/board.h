@@ -47,8 +47,10 @@ class ClsPlateau {
   static constexpr int kSize = 15;
   static constexpr int32_t kSolutionsBound = 100000;
 
-  // An empty board with SubWordFirst true. Cheap: the search's working
-  // buffers are made at the first search.
+  // An empty board with SubWordFirst true. Cheap (the validation makes one
+  // per evaluation): the search's working buffers are made at its first
+  // search, and the first search of the program also works out an index of
+  // the word tree (about 5 ms), kept in the context for every later board.
   ClsPlateau(const Lexicon& lexicon, EngineContext& context);
   ~ClsPlateau();
   ClsPlateau(const ClsPlateau&) = delete;
@@ -122,7 +124,9 @@ class ClsPlateau {
   // Asks a running search to end; it ends at its next routine boundary with
   // the plays found so far, the board the right way round.
   void SubLaisseBTon(bool arret) { blnArret_ = arret ? -1 : 0; }
-  // Where the search lets the front end breathe (and may ask for a stop).
+  // Where the search lets the front end breathe (and may ask for a stop):
+  // at each candidate word, at each scoring, at each word of a first play,
+  // and before, between and after the two copies of SubPlat.
   void SetYield(YieldHook hook);
   // Where the first-play search asks whether to go on with a huge list.
   void SetMessageBoxes(MessageBoxes* boxes) { objExpressions_.SetMessageBoxes(boxes); }
