@@ -262,6 +262,12 @@ void JetonsDialog::moveEvent(QMoveEvent* event) {
   model_.top = y();
 }
 
+void JetonsDialog::mousePressEvent(QMouseEvent* event) {
+  // The picker moves when dragged by its background; it comes back there at
+  // the next draw.
+  if (event->button() == Qt::LeftButton && windowHandle()) windowHandle()->startSystemMove();
+}
+
 void JetonsDialog::keyPressEvent(QKeyEvent* event) {
   if (!model_.enabled) return;
   const QString text = event->text().toUpper();
@@ -494,7 +500,9 @@ void BoiteIDialog::Show() {
     JetonsDialog* jetons = JetonsDialog::Current();
     if (v.BelowJetons && jetons && jetons->isVisible()) {
       const QRect frame = jetons->frameGeometry();
-      move(frame.left() + (frame.width() - width()) / 2, frame.bottom() + *v.BelowJetons / kTwipsPerPixel);
+      const QRect screen = Available();
+      const int top = std::min(frame.bottom() + *v.BelowJetons / kTwipsPerPixel, screen.bottom() - height());
+      move(frame.left() + (frame.width() - width()) / 2, std::max(screen.top(), top));
     } else {
       const QRect screen = Available();
       move(screen.left() + (screen.width() - width()) / 2, screen.top() + (screen.height() - height()) / 2);

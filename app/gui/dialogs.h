@@ -80,6 +80,7 @@ class JetonsDialog : public ModelDialog {
   void Show() override;
   void keyPressEvent(QKeyEvent* event) override;
   void moveEvent(QMoveEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
 
  private:
   FrmJetons& model_;

@@ -240,6 +240,8 @@ void TileWidget::Refresh() {
   if (pos() != QPoint(tile.left, tile.top)) move(tile.left, tile.top);
   SetEnabled(this, tile.enabled);
   SetVisible(this, tile.visible);
+  const Qt::CursorShape shape = tile.enabled ? Qt::OpenHandCursor : Qt::ArrowCursor;
+  if (cursor().shape() != shape && !window_.Drag().TimDeplaceEnabled) setCursor(shape);
 }
 
 void TileWidget::paintEvent(QPaintEvent*) {

@@ -163,7 +163,10 @@ class Pilot : public QObject {
     bestLines.clear();
     for (int i = 0; i < d->LstSco()->count(); ++i) bestLines << d->LstSco()->item(i)->text();
     bestSelected = d->LstSco()->currentRow();
-    if (screenshots) d->grab().save(ScreenshotPath(QStringLiteral("best_scores")));
+    if (screenshots && !bestShot_) {
+      bestShot_ = true;  // the table with the new game selected
+      d->grab().save(ScreenshotPath(QStringLiteral("best_scores")));
+    }
     QTest::mouseClick(d->CmdFerme(), Qt::LeftButton);
   }
 
@@ -173,7 +176,7 @@ class Pilot : public QObject {
  private:
   TestHost& host_;
   bool running_ = false;
-  bool pickerShot_ = false, proposalShot_ = false;
+  bool pickerShot_ = false, proposalShot_ = false, bestShot_ = false;
   int bestTicks_ = 0;
 };
 
@@ -320,6 +323,7 @@ class GameTest : public QObject {
   void smallScreenWarnsUntilTheCheckIsSwitchedOff();
   void gameNameFormFiltersWhatIsTyped();
   void stopQuestionsAndWindowClose();
+  void sideCommands();
 };
 
 void GameTest::wholeGameThroughTheWindows() {
@@ -753,6 +757,39 @@ void GameTest::stopQuestionsAndWindowClose() {
   QTest::mouseClick(w->CmdQuitte(), Qt::LeftButton);
   QVERIFY(s.app->Ended());
   QVERIFY(s.Read(QStringLiteral("Option.ret")).startsWith("Non\r\n5\r\n120\r\n"));
+}
+
+void GameTest::sideCommands() {
+  Session s(kQuietOptions);
+  QVERIFY(s.ToGameName());
+  MainWindow* w = s.ToMain();
+  QVERIFY(w);
+  // Sound off, then on again: switching it on plays sound 3.
+  QVERIFY(s.app->program().options.OptSons);
+  QTest::mouseClick(w->CmdSon(), Qt::LeftButton);
+  QVERIFY(!s.app->program().options.OptSons);
+  QCOMPARE(w->CmdSon()->toolTip(), QStringLiteral("Sons désactivés"));
+  QVERIFY(s.host.sounds.played.empty());
+  QTest::mouseClick(w->CmdSon(), Qt::LeftButton);
+  QVERIFY(s.app->program().options.OptSons);
+  QCOMPARE(s.host.sounds.played, std::vector<int>{103});
+  // Help and the on-line dictionary go to the desktop.
+  QTest::mouseClick(w->CmdAide(), Qt::LeftButton);
+  QCOMPARE(s.host.shell.opened.back(), std::string("z_a_aide.htm"));
+  QTest::mouseClick(w->CmdChercheWeb(), Qt::LeftButton);
+  QCOMPARE(s.host.shell.opened.back(), std::string(ChercheWebAddress()));
+  // The about box disables the main form while it is open.
+  bool mainWasDisabled = false;
+  QTimer::singleShot(0, [&] {
+    auto* about = qobject_cast<AboutDialog*>(QApplication::activeModalWidget());
+    QVERIFY(about);
+    mainWasDisabled = !s.Model().enabled;
+    QTest::mouseClick(about->CmdFerme(), Qt::LeftButton);
+  });
+  QTest::mouseClick(w->CmdAbout(), Qt::LeftButton);
+  QVERIFY(mainWasDisabled);
+  QVERIFY(s.Model().enabled);
+  QCOMPARE(w->CmdAbout()->toolTip(), QStringLiteral("A propos de Ostrane"));
 }
 
 int main(int argc, char** argv) {
