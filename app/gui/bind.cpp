@@ -45,7 +45,8 @@ void Bind(QAbstractButton* button, const Button& state, bool keepCaption) {
   }
 }
 
-void Bind(QLabel* label, const Label& state, const QColor& designedFore, const QColor& designedBack) {
+void Bind(QLabel* label, const Label& state, const QColor& designedFore, const QColor& designedBack,
+          bool followBold) {
   SetEnabled(label, state.enabled);
   SetVisible(label, state.visible);
   SetText(label, ModelText(state.text));
@@ -58,7 +59,7 @@ void Bind(QLabel* label, const Label& state, const QColor& designedFore, const Q
     label->setPalette(palette);
     label->setAutoFillBackground(back.isValid());
   }
-  if (label->font().bold() != state.bold) {
+  if (followBold && label->font().bold() != state.bold) {
     QFont font = label->font();
     font.setBold(state.bold);
     label->setFont(font);

@@ -30,8 +30,10 @@ void SetText(QAbstractButton* button, const QString& text);
 
 // Enabled, visible, caption (unless `keepCaption`), tip and default.
 void Bind(QAbstractButton* button, const Button& state, bool keepCaption = false);
-// Enabled, visible, text, colours and weight.
-void Bind(QLabel* label, const Label& state, const QColor& designedFore, const QColor& designedBack);
+// Enabled, visible, text and colours; the weight too when `followBold` (the
+// labels whose weight the form changes), else the label keeps its own.
+void Bind(QLabel* label, const Label& state, const QColor& designedFore, const QColor& designedBack,
+          bool followBold = false);
 void Bind(QWidget* widget, const Control& state);
 
 // A window that shows a model. Every living one is refreshed after each tick

@@ -372,7 +372,6 @@ void ToolsFrame::Refresh() {
     const OptionButton& o = m.OptPioche[size_t(i)];
     QRadioButton* b = optPioche_[size_t(i)];
     SetText(b, ModelText(o.caption));
-    FitFont(b, b->text(), b->property("fitWidth").toInt());
     Bind(b, o);
     if (b->isChecked() != o.value) b->setChecked(o.value);
   }
@@ -380,11 +379,19 @@ void ToolsFrame::Refresh() {
     const OptionButton& o = m.OptJok[size_t(i)];
     QRadioButton* b = optJok_[size_t(i)];
     SetText(b, ModelText(o.caption));
-    FitFont(b, b->text(), b->property("fitWidth").toInt());
     Bind(b, o);
     if (b->isChecked() != o.value) b->setChecked(o.value);
   }
   SetText(lblTpsDemarrage_, ModelText(m.LblTpsDemarrage.text));
+  // One size of type for all the options, the largest at which each fits.
+  QFont font = optPioche_[0]->font();
+  for (QRadioButton* b : {optPioche_[0], optPioche_[1], optPioche_[2], optPioche_[3], optJok_[1], optJok_[2], optJok_[3]}) {
+    const int width = b->property("fitWidth").toInt();
+    while (font.pointSizeF() > 6 && QFontMetrics(font).horizontalAdvance(b->text()) > width)
+      font.setPointSizeF(font.pointSizeF() - 0.25);
+  }
+  for (QRadioButton* b : {optPioche_[0], optPioche_[1], optPioche_[2], optPioche_[3], optJok_[1], optJok_[2], optJok_[3]})
+    if (b->font() != font) b->setFont(font);
 }
 
 void ToolsFrame::paintEvent(QPaintEvent*) {
@@ -679,7 +686,7 @@ void MainWindow::Refresh() {
   Bind(lblPtsJoueur_, m.LblPtsJoueur, QColor(148, 0, 0), QColor());
   Bind(lblTirage_, m.LblTirage, ink, QColor());
   Bind(lblDuree_, m.LblDuree, ink, QColor());
-  Bind(lblIndic_, m.LblIndic, ink, QColor(255, 255, 214));
+  Bind(lblIndic_, m.LblIndic, ink, QColor(255, 255, 214), /*followBold=*/true);
   lblIndic_->setVisible(m.LblIndic.visible);
   Bind(lblSolution_, m.LblSolution, QColor(0, 54, 184), QColor());
   Bind(lblPts_, m.LblPts, QColor(0, 54, 184), QColor());
