@@ -155,6 +155,7 @@ class MainWindow : public QWidget, public Refreshable {
   QLabel* LblShowDef() const { return lblShowDef_; }
   QWidget* PicDef() const { return picDef_; }
   QWidget* PicWait() const { return picWait_; }
+  QLabel* Iabc(int i) const { return iabc_[size_t(i)]; }
   QLabel* ImgA() const { return imgA_; }
 
   // Runs a command of the model, then shows what it changed. A command that

@@ -790,6 +790,19 @@ void GameTest::sideCommands() {
   QVERIFY(mainWasDisabled);
   QVERIFY(s.Model().enabled);
   QCOMPARE(w->CmdAbout()->toolTip(), QStringLiteral("A propos de Ostrane"));
+
+  // The waiting panel's pictures change at each tick of TimerEpie.
+  s.Model().PicWait.visible = true;
+  for (int tick = 1; tick <= 4; ++tick) {
+    s.host.timers.Advance(51000);
+    const int shown = (tick - 1) % 3 + 1;
+    for (int i = 1; i <= 3; ++i) QCOMPARE(w->Iabc(i)->isVisibleTo(w->PicWait()), i == shown);
+  }
+  w->Refresh();
+  QVERIFY(w->PicWait()->isVisible());
+  QCOMPARE(w->findChild<QLabel*>(QStringLiteral("LblWait"))->text(),
+           QStringLiteral("Recherche de la meilleure solution possible. Patientez     "));
+  w->grab().save(ScreenshotPath(QStringLiteral("main_window_waiting")));
 }
 
 int main(int argc, char** argv) {
