@@ -315,7 +315,9 @@ JocDialog::JocDialog(FrmJoc& model, QWidget* mainWindow) : ModelDialog(mainWindo
   });
   adjustSize();
   if (mainWindow) {
-    const QPoint origin = mainWindow->mapToGlobal(QPoint(0, 0));
+    // From the main form's client area, wherever the window puts it.
+    QWidget* client = mainWindow->findChild<QWidget*>(QStringLiteral("Client"));
+    const QPoint origin = (client ? client : mainWindow)->mapToGlobal(QPoint(0, 0));
     move(origin.x() + model_.leftFromMain, origin.y() + model_.topFromMain);
   }
 }

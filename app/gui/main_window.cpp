@@ -439,6 +439,13 @@ MainWindow::MainWindow(FrmPlateau& model) : QWidget(nullptr), model_(model), dra
   setObjectName(QStringLiteral("FrmPlateau"));
   setWindowTitle(QStringLiteral("Ostrane"));
   setWindowIcon(QIcon(QPixmap::fromImage(view::FaceSet::Shared().Icon())));
+  {
+    // Round the client area when the window is larger (maximised).
+    QPalette pal = palette();
+    pal.setColor(QPalette::Window, QColor(206, 190, 156));
+    setPalette(pal);
+    setAutoFillBackground(true);
+  }
   auto* outer = new QGridLayout(this);
   outer->setContentsMargins(0, 0, 0, 0);
   client_ = new ClientArea(this);
