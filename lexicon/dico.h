@@ -8,11 +8,19 @@
 
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace ostrane {
+
+// Gives back the block that holds the nodes of a tree.
+struct NodeBlockRelease {
+  void* base = nullptr;
+  size_t bytes = 0;
+  void operator()(void*) const noexcept;
+};
 
 class ClsDico {
  public:
@@ -32,23 +40,23 @@ class ClsDico {
   // Indices outside the tree or outside 0..26 end the program (index error).
   int32_t FindNode(int32_t pere, int idx) const {
     if (!InRange(pere, idx)) IndexError(pere, idx);
-    return nodes_[size_t(pere)].next[idx];
+    return nodes_.get()[pere].next[idx];
   }
   bool IsWordInNode(int32_t pere, int idx) const {
     if (!InRange(pere, idx)) IndexError(pere, idx);
-    return (nodes_[size_t(pere)].ends >> idx) & 1u;
+    return (nodes_.get()[pere].ends >> idx) & 1u;
   }
 
   // Unchecked steps for hot paths whose indices are known to be good.
-  int32_t Child(int32_t pere, int idx) const noexcept { return nodes_[size_t(pere)].next[idx]; }
-  bool Ends(int32_t pere, int idx) const noexcept { return (nodes_[size_t(pere)].ends >> idx) & 1u; }
+  int32_t Child(int32_t pere, int idx) const noexcept { return nodes_.get()[pere].next[idx]; }
+  bool Ends(int32_t pere, int idx) const noexcept { return (nodes_.get()[pere].ends >> idx) & 1u; }
   // Bit c set when a word ends with letter code c at this node.
-  uint32_t EndMask(int32_t node) const noexcept { return nodes_[size_t(node)].ends; }
+  uint32_t EndMask(int32_t node) const noexcept { return nodes_.get()[node].ends; }
 
   // The highest node number handed out.
   int32_t LngLibre() const { return lngLibre_; }
   // Highest valid node number (upper bound of the node array).
-  int32_t UpperBound() const { return int32_t(nodes_.size()) - 1; }
+  int32_t UpperBound() const { return int32_t(count_) - 1; }
   // Words in the list (the upper bound of the split list, whose last element
   // is the empty tail after the last CR LF).
   int32_t NbMotsDico() const { return nbMots_; }
@@ -66,12 +74,17 @@ class ClsDico {
     uint32_t ends;
   };
   bool InRange(int32_t pere, int idx) const noexcept {
-    return pere >= 0 && size_t(pere) < nodes_.size() && idx >= 0 && idx < kSlots;
+    return pere >= 0 && size_t(pere) < count_ && idx >= 0 && idx < kSlots;
   }
   [[noreturn]] static void IndexError(int32_t pere, int idx);
   void SubAjouteMot(int32_t pere, std::string_view rest, std::string_view word);
 
-  std::vector<Node> nodes_;
+  // The nodes live in one zero-filled block, reserved for the most nodes the
+  // list could need and touched only as far as they are used.
+  using Release = NodeBlockRelease;
+  static std::unique_ptr<Node, Release> AllocateNodes(size_t count);
+  std::unique_ptr<Node, Release> nodes_;
+  size_t count_ = 0;
   int32_t lngLibre_ = 0;
   int32_t nbMots_ = 0;
   int lgMax_ = 0;
