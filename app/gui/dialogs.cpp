@@ -718,7 +718,7 @@ AboutDialog::AboutDialog(FrmAbout& model, Shell& shell, const QString& startDire
   rtb1_->setObjectName(QStringLiteral("Rtb1"));
   rtb1_->setOpenExternalLinks(true);
   // The program's own document about itself.
-  rtb1_->setHtml(RtfToHtml(ReadDocument(startDirectory, QStringLiteral("apropos.rtf"))));
+  rtb1_->setHtml(RtfToHtml(ReadDocument(startDirectory, QString::fromUtf8(FrmAbout::kDocument))));
   rtb1_->setMinimumSize(500, 200);
   layout->addWidget(rtb1_, 1);
   auto* row = new QHBoxLayout;
