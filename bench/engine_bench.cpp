@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "data/resources.h"
+#include "data/embedded_lexicon.h"
 #include "engine/board.h"
 #include "engine/board_text.h"
 #include "engine/context.h"
@@ -32,14 +32,7 @@ using ostrane::ClsPlateau;
 using ostrane::ClsWord;
 using ostrane::EngineContext;
 
-const ostrane::Lexicon& Loaded() {
-  static const ostrane::Lexicon* lexicon = [] {
-    auto* made = new ostrane::Lexicon;
-    made->LoadAll([](std::string_view name) { return ostrane::ReadResource(name); });
-    return made;
-  }();
-  return *lexicon;
-}
+const ostrane::Lexicon& Loaded() { return ostrane::EmbeddedLexicon(); }
 
 std::string FullBag() {
   std::string bag;

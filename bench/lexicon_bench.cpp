@@ -2,20 +2,14 @@
 // long words, and the free words of a rack with two blanks.
 #include <benchmark/benchmark.h>
 
+#include "data/embedded_lexicon.h"
 #include "data/resources.h"
 #include "lexicon/expressions.h"
 #include "lexicon/lexicon.h"
 
 namespace {
 
-const ostrane::Lexicon& Loaded() {
-  static const ostrane::Lexicon* lexicon = [] {
-    auto* made = new ostrane::Lexicon;
-    made->LoadAll([](std::string_view name) { return ostrane::ReadResource(name); });
-    return made;
-  }();
-  return *lexicon;
-}
+const ostrane::Lexicon& Loaded() { return ostrane::EmbeddedLexicon(); }
 
 void BM_LoadWholeLexicon(benchmark::State& state) {
   for (auto _ : state) {

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "lexicon/messages.h"
+
 namespace ostrane {
 struct Lexicon;
 }
@@ -17,6 +19,13 @@ using Args = std::vector<std::string>;
 // A bad argument: the tool prints its text on one line and exits with 2.
 struct UsageError : std::runtime_error {
   using std::runtime_error::runtime_error;
+};
+
+// Messages of a search that grows too large go to standard error; questions
+// are answered Yes, so that the tool always gives the whole answer.
+class StderrBoxes : public MessageBoxes {
+ public:
+  Answer MsgBox(const std::string& text, BoxStyle style) override;
 };
 
 // The lexicon loaded from the program's own resources, once.

@@ -3,18 +3,18 @@
 #include <cstdio>
 
 #include "app/cli/cli.h"
-#include "data/resources.h"
+#include "data/embedded_lexicon.h"
 #include "lexicon/lexicon.h"
 
 namespace ostrane::cli {
 
-const Lexicon& SharedLexicon() {
-  static const Lexicon* lexicon = [] {
-    auto* loaded = new Lexicon;
-    loaded->LoadAll([](std::string_view name) { return ReadResource(name); });
-    return loaded;
-  }();
-  return *lexicon;
+const Lexicon& SharedLexicon() { return EmbeddedLexicon(); }
+
+Answer StderrBoxes::MsgBox(const std::string& text, BoxStyle style) {
+  std::string line;
+  for (const char c : text) line += (c == '\r' || c == '\n') ? ' ' : c;
+  std::fprintf(stderr, "%s%s\n", line.c_str(), style.buttons == Buttons::YesNo ? " -> Oui" : "");
+  return style.buttons == Buttons::YesNo ? Answer::Yes : Answer::Ok;
 }
 
 std::string CheckedRack(const std::string& rack) {

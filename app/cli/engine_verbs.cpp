@@ -16,17 +16,6 @@
 namespace ostrane::cli {
 namespace {
 
-// A search that grows too large says so on standard error and goes on.
-class StderrBoxes : public MessageBoxes {
- public:
-  Answer MsgBox(const std::string& text, BoxStyle style) override {
-    std::string line;
-    for (const char c : text) line += (c == '\r' || c == '\n') ? ' ' : c;
-    std::fprintf(stderr, "%s%s\n", line.c_str(), style.buttons == Buttons::YesNo ? " -> Oui" : "");
-    return style.buttons == Buttons::YesNo ? Answer::Yes : Answer::Ok;
-  }
-};
-
 BoardSquares ReadBoardFile(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   if (!in) throw UsageError("board '" + path + "': cannot be read");

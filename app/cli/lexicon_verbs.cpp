@@ -10,18 +10,6 @@
 namespace ostrane::cli {
 namespace {
 
-// Messages of a search that grows too large go to standard error; questions
-// are answered Yes, so that the tool always gives the whole answer.
-class StderrBoxes : public MessageBoxes {
- public:
-  Answer MsgBox(const std::string& text, BoxStyle style) override {
-    std::string line;
-    for (const char c : text) line += (c == '\r') ? ' ' : (c == '\n' ? ' ' : c);
-    std::fprintf(stderr, "%s%s\n", line.c_str(), style.buttons == Buttons::YesNo ? " -> Oui" : "");
-    return style.buttons == Buttons::YesNo ? Answer::Yes : Answer::Ok;
-  }
-};
-
 ClsExpressions& Searcher() {
   static StderrBoxes boxes;
   static ClsExpressions searcher = [] {

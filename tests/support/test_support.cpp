@@ -3,19 +3,12 @@
 #include <algorithm>
 #include <map>
 
-#include "data/resources.h"
+#include "data/embedded_lexicon.h"
 #include "lexicon/fatal.h"
 
 namespace ostrane::test {
 
-const Lexicon& RealLexicon() {
-  static const Lexicon* lexicon = [] {
-    auto* loaded = new Lexicon;
-    loaded->LoadAll([](std::string_view name) { return ReadResource(name); });
-    return loaded;
-  }();
-  return *lexicon;
-}
+const Lexicon& RealLexicon() { return EmbeddedLexicon(); }
 
 std::string ListBytes(const std::vector<std::string>& words) {
   std::string bytes;
