@@ -69,6 +69,7 @@ struct Program {
   }
   std::filesystem::path OptionsFile() const { return CheminApp / kOptionsFileName; }
   std::filesystem::path BestScoresFile() const { return CheminApp / "bestsco.ret"; }
+  std::filesystem::path JournalFile() const { return CheminApp / "partie.ret"; }  // the game in progress
 };
 
 }  // namespace ostrane

@@ -1,0 +1,401 @@
+// The journal of the game in progress: its exact text, round trips of many
+// generated games, the replacement that never leaves half a file, damaged
+// and foreign files refused and removed, and the question of the start.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "records/game_journal.h"
+#include "tests/records/record_fakes.h"
+
+namespace ostrane::test {
+namespace {
+
+std::string TwoDigits(int n) { return (n < 10 ? "0" : "") + std::to_string(n); }
+
+std::string HistoryLine(int n, const std::string& word, int points) {
+  std::string line = TwoDigits(n) + " " + word;
+  line.append(word.size() < 15 ? 15 - word.size() : 0, ' ');
+  const std::string text = std::to_string(points);
+  line.append(text.size() < 3 ? 3 - text.size() : 0, ' ');
+  return line + text;
+}
+
+// Takes one tile of `letter` out of `bag`.
+void Take(std::string& bag, char letter) {
+  const size_t at = bag.find(letter);
+  ASSERT_NE(at, std::string::npos) << letter;
+  bag.erase(at, 1);
+}
+
+// A game after two plays: CHAT across H7, then a blank for S below the T.
+SavedGame TwoPlays() {
+  SavedGame game;
+  game.NomPartie = "Fête à Lyon";
+  for (std::string& row : game.lignes) row = std::string(15, '.');
+  game.lignes[7] = "......chat.....";
+  game.lignes[8] = ".........S.....";
+  game.SubWordFirst = false;
+  std::string bag = StartBag(0);
+  for (const char c : std::string("CHAT?")) Take(bag, c);
+  for (const char c : std::string("EEISNR?")) Take(bag, c);
+  game.StrSac = bag;
+  game.LblPtsJoueur = "22";
+  game.IntNbCoups = 2;
+  game.VarTirage = 3;
+  game.LblTirage = "02";
+  game.TxtHisto = {HistoryLine(1, "CHAT", 20), HistoryLine(2, "TS", 2)};
+  game.BytChronoDemande = 1;
+  game.BytChronoActif = 1;
+  game.VarSecondes = 41;
+  game.VarMinutes = 3;
+  game.LblTimer = "00:03:41";
+  game.LblDuree = "0:03:41";
+  game.Chevalet = "eeisnr?";
+  game.ownRowColumn = 9;
+  game.ownRowRow = 8;
+  game.ownRowSet = -1;
+  game.randomState = 12345678901234567890ull;
+  return game;
+}
+
+constexpr const char* kTwoPlaysText =
+    "Ostrane partie 1\r\n"
+    "Nom=Fête à Lyon\r\n"
+    "Ligne=...............\r\n"
+    "Ligne=...............\r\n"
+    "Ligne=...............\r\n"
+    "Ligne=...............\r\n"
+    "Ligne=...............\r\n"
+    "Ligne=...............\r\n"
+    "Ligne=...............\r\n"
+    "Ligne=......chat.....\r\n"
+    "Ligne=.........S.....\r\n"
+    "Ligne=...............\r\n"
+    "Ligne=...............\r\n"
+    "Ligne=...............\r\n"
+    "Ligne=...............\r\n"
+    "Ligne=...............\r\n"
+    "Ligne=...............\r\n"
+    "Premier=Non\r\n"
+    "Sac=AAAAAAAABBCDDDEEEEEEEEEEEEEFFGGHIIIIIIIJKLLLLLMMMNNNNNOOOOOOPPQRRRRRSSSSSTTTTTUUUUUUVVWXYZ\r\n"
+    "Points=22\r\n"
+    "Coups=2\r\n"
+    "Tirage=3\r\n"
+    "LblTirage=02\r\n"
+    "Histo=01 CHAT            20\r\n"
+    "Histo=02 TS               2\r\n"
+    "SacVide=0\r\n"
+    "Chrono=1 1 41 3 0\r\n"
+    "Minuteur=00:03:41\r\n"
+    "Duree=0:03:41\r\n"
+    "Chevalet=eeisnr?\r\n"
+    "Moteur=9 8 -1 12345678901234567890\r\n"
+    "Fin\r\n";
+
+// A game as it may stand at any turn boundary, drawn from `random`: any
+// start bag, tiles spread over the board, the rack and the bag, a history
+// whose points make the score, any clock.
+SavedGame Generated(std::mt19937_64& random) {
+  auto below = [&random](uint64_t n) { return int(random() % n); };
+  SavedGame game;
+  static const std::vector<std::string> kNamePieces = {"a", "Z", "é", "ç", "ü", " ", "-", "7", "Partie", "ï"};
+  const int pieces = below(6);
+  for (int i = 0; i < pieces; ++i) {
+    const std::string name = game.NomPartie + kNamePieces[size_t(below(kNamePieces.size()))];
+    if (std::count_if(name.begin(), name.end(), [](char c) { return (c & 0xC0) != 0x80; }) <= 15)
+      game.NomPartie = name;
+  }
+
+  std::string tiles = StartBag(below(4));
+  std::shuffle(tiles.begin(), tiles.end(), random);
+  for (std::string& row : game.lignes) row = std::string(15, '.');
+  const bool started = tiles.size() > 2 && below(5) != 0;
+  const int onBoard = started ? 2 + below(int(tiles.size()) - 1) : 0;
+  std::vector<int> squares(225);
+  for (int i = 0; i < 225; ++i) squares[size_t(i)] = i;
+  std::shuffle(squares.begin(), squares.end(), random);
+  for (int i = 0; i < onBoard; ++i) {
+    const char tile = tiles.back();
+    tiles.pop_back();
+    const char square = tile == '?' ? char('A' + below(26)) : char(tile + 32);
+    game.lignes[size_t(squares[size_t(i)] / 15)][size_t(squares[size_t(i)] % 15)] = square;
+  }
+  game.SubWordFirst = onBoard == 0;
+
+  // The rack: drawn (always, before the first play) or returned to the bag.
+  const int rack = (onBoard == 0 || below(2) == 0) ? std::min<int>(int(tiles.size()), 1 + below(7)) : 0;
+  for (int i = 0; i < rack; ++i) {
+    const char tile = tiles.back();
+    tiles.pop_back();
+    game.Chevalet += tile == '?' ? '?' : char(tile + 32);
+  }
+  game.StrSac = tiles;
+  game.BlnSacVide = tiles.empty() && below(2) == 0 ? -1 : 0;
+
+  game.IntNbCoups = int16_t(onBoard == 0 ? 0 : 1 + below(onBoard - 1));
+  game.VarTirage = game.IntNbCoups + 1;
+  game.LblTirage = TwoDigits(std::max<int>(game.IntNbCoups, 1));
+  long score = 0;
+  for (int i = 1; i <= game.IntNbCoups; ++i) {
+    std::string word;
+    const int length = 2 + below(14);
+    for (int k = 0; k < length; ++k) word += char('A' + below(26));
+    const int points = below(5) == 0 ? 1000 + below(300) : below(160);
+    game.TxtHisto.push_back(HistoryLine(i, word, points));
+    score += points;
+  }
+  game.LblPtsJoueur = std::to_string(score);
+
+  game.BytChronoDemande = uint8_t(below(2));
+  game.BytChronoActif = uint8_t(below(2));
+  game.VarSecondes = below(61) - 1;
+  game.VarMinutes = below(60);
+  game.VarHeures = below(3);
+  game.LblTimer = TwoDigits(game.VarHeures) + ":" + TwoDigits(game.VarMinutes) + ":" + TwoDigits(below(60));
+  game.LblDuree = game.LblTimer.substr(1);
+  game.ownRowColumn = int16_t(below(15));
+  game.ownRowRow = int16_t(below(15));
+  game.ownRowSet = int16_t(-below(2));
+  game.randomState = random();
+  return game;
+}
+
+class Journal : public ProgramFixture {
+ protected:
+  GameJournal journal() { return GameJournal(program_.JournalFile()); }
+};
+
+// ------------------------------------------------------------- the format
+
+TEST_F(Journal, AGameIsWrittenAsOneFieldALine) {
+  const SavedGame game = TwoPlays();
+  ASSERT_EQ(StartBag(0).size(), 102u);
+  EXPECT_EQ(FormatSavedGame(game), kTwoPlaysText);
+  GameJournal file = journal();
+  ASSERT_TRUE(file.Save(game));
+  EXPECT_EQ(file.File(), dir_ / "partie.ret");
+  EXPECT_EQ(ReadFile("partie.ret"), kTwoPlaysText);
+  EXPECT_FALSE(Exists("partie.ret.tmp"));
+  EXPECT_EQ(file.Load(), game);
+  EXPECT_TRUE(Exists("partie.ret"));  // reading keeps it
+}
+
+TEST_F(Journal, TheStartBagsAreTheTableAndTheShortSets) {
+  EXPECT_EQ(StartBag(0).substr(0, 11), "AAAAAAAAABB");
+  EXPECT_EQ(StartBag(0).substr(100), "??");
+  EXPECT_EQ(StartBag(1), "AACEEEEEEIMNRSSSTU");
+  EXPECT_EQ(StartBag(2), "AACEEEFIKNNNNNNRTWWZ");
+  EXPECT_EQ(StartBag(3), "AAAABEEEGIILLNNOST?");
+}
+
+TEST_F(Journal, GeneratedGamesComeBackAsTheyWent) {
+  std::mt19937_64 random(20240518);
+  GameJournal file = journal();
+  for (int i = 0; i < 400; ++i) {
+    const SavedGame game = Generated(random);
+    const std::string text = FormatSavedGame(game);
+    const std::optional<SavedGame> back = ParseSavedGame(text);
+    ASSERT_TRUE(back.has_value()) << text;
+    EXPECT_EQ(*back, game) << text;
+    if (i % 20 == 0) {
+      ASSERT_TRUE(file.Save(game));
+      EXPECT_EQ(file.Load(), game);
+    }
+  }
+}
+
+TEST_F(Journal, AGameWithTheBoardEmptyAndTheRackDrawn) {
+  SavedGame game;
+  for (std::string& row : game.lignes) row = std::string(15, '.');
+  game.NomPartie = "Partie tabli 01";
+  game.StrSac = "AACEEEEEEIMNRSS";
+  game.Chevalet = "stu";
+  ASSERT_EQ(ParseSavedGame(FormatSavedGame(game)), game);
+  // Before the first play nothing is on the board and the history is empty.
+  game.SubWordFirst = false;
+  EXPECT_FALSE(ParseSavedGame(FormatSavedGame(game)).has_value());
+}
+
+// ------------------------------------------------ a write that cannot fail half
+
+TEST_F(Journal, AFailedWriteLeavesTheJournalThatWasThere) {
+  GameJournal file = journal();
+  const SavedGame first = TwoPlays();
+  ASSERT_TRUE(file.Save(first));
+  SavedGame second = first;
+  second.VarSecondes = 42;
+  second.LblTimer = "00:03:42";
+
+  // The temporary file cannot be made.
+  std::filesystem::create_directories(dir_ / "partie.ret.tmp" / "inside");
+  EXPECT_FALSE(file.Save(second));
+  EXPECT_EQ(ReadFile("partie.ret"), kTwoPlaysText);
+  std::filesystem::remove_all(dir_ / "partie.ret.tmp");
+
+  // The disk fills up while it is written.
+  std::filesystem::create_symlink("/dev/full", dir_ / "partie.ret.tmp");
+  EXPECT_FALSE(file.Save(second));
+  EXPECT_EQ(ReadFile("partie.ret"), kTwoPlaysText);
+  EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(dir_ / "partie.ret.tmp")));
+  EXPECT_EQ(file.Load(), first);
+
+  // The temporary file of a save cut short is simply written over.
+  WriteFile("partie.ret.tmp", "Ostrane partie 1\r\nNom=");
+  ASSERT_TRUE(file.Save(second));
+  EXPECT_EQ(file.Load(), second);
+  EXPECT_FALSE(Exists("partie.ret.tmp"));
+
+  // No folder to write in.
+  GameJournal nowhere(dir_ / "missing" / "partie.ret");
+  EXPECT_FALSE(nowhere.Save(first));
+  EXPECT_FALSE(nowhere.Load().has_value());
+}
+
+TEST_F(Journal, RemovingTakesTheTemporaryFileToo) {
+  GameJournal file = journal();
+  ASSERT_TRUE(file.Save(TwoPlays()));
+  WriteFile("partie.ret.tmp", "Ostrane");
+  EXPECT_TRUE(file.Exists());
+  file.Remove();
+  EXPECT_FALSE(file.Exists());
+  EXPECT_FALSE(Exists("partie.ret.tmp"));
+  file.Remove();  // nothing there: nothing happens
+  EXPECT_FALSE(file.Load().has_value());
+}
+
+// ------------------------------------------------------------ damaged files
+
+// The text of TwoPlays with `from` replaced by `to` (once).
+std::string Changed(const std::string& from, const std::string& to) {
+  std::string text = kTwoPlaysText;
+  const size_t at = text.find(from);
+  if (at == std::string::npos) ADD_FAILURE() << "not in the text: " << from;
+  else text.replace(at, from.size(), to);
+  return text;
+}
+
+TEST_F(Journal, EveryCutOfTheFileIsRefused) {
+  const std::string text = kTwoPlaysText;
+  ASSERT_TRUE(ParseSavedGame(text).has_value());
+  for (size_t length = 0; length < text.size(); ++length)
+    EXPECT_FALSE(ParseSavedGame(text.substr(0, length)).has_value()) << length;
+}
+
+TEST_F(Journal, DamagedFilesAreRefusedAndRemoved) {
+  const std::string sac = "AAAAAAAABBCDDDEEEEEEEEEEEEEFFGGHIIIIIIIJKLLLLLMMMNNNNNOOOOOOPPQRRRRRSSSSSTTTTTUUUUUUVVWXYZ";
+  const std::vector<std::pair<std::string, std::string>> damaged = {
+      {"empty", ""},
+      {"a foreign text", "Bonjour\r\n"},
+      {"another version", Changed("Ostrane partie 1", "Ostrane partie 2")},
+      {"line feeds alone", [] {
+         std::string text = kTwoPlaysText;
+         text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
+         return text;
+       }()},
+      {"something after the end", std::string(kTwoPlaysText) + "Fin\r\n"},
+      {"no end", Changed("Fin\r\n", "")},
+      {"a field renamed", Changed("Sac=", "Pioche=")},
+      {"fields out of order", Changed("Points=22\r\nCoups=2\r\n", "Coups=2\r\nPoints=22\r\n")},
+      {"a board line too short", Changed("Ligne=......chat.....", "Ligne=......chat....")},
+      {"a figure on the board", Changed("Ligne=......chat.....", "Ligne=......ch4t.....")},
+      {"an accent on the board", Changed("Ligne=......chat.....", "Ligne=......chât....")},
+      {"a board line missing", Changed("Ligne=...............\r\n", "")},
+      {"a lower-case letter in the bag", Changed("Sac=AAAA", "Sac=aAAA")},
+      {"a blank in the bag as a star", Changed("Sac=AAAA", "Sac=*AAA")},
+      {"a tile too many", Changed("Sac=AAAA", "Sac=AAAAA")},
+      {"a tile missing", Changed("Sac=AAAA", "Sac=AAA")},
+      {"a letter changed", Changed("Sac=" + sac, "Sac=" + sac.substr(0, sac.size() - 1) + "Y")},
+      {"a tile on the board out of nowhere", Changed("Ligne=.........S.....", "Ligne=.........Sx....")},
+      {"an upper-case tile on the rack", Changed("Chevalet=eeisnr?", "Chevalet=eeisNr?")},
+      {"eight tiles on the rack", Changed("Chevalet=eeisnr?", "Chevalet=eeisnr?a")},
+      {"the rack's tiles in the bag as well", Changed("Sac=AAAA", "Sac=EEISNR?AAAA")},
+      {"a play more than the history", Changed("Coups=2", "Coups=3")},
+      {"a play less than the history", Changed("Coups=2", "Coups=1")},
+      {"a history line missing",
+       Changed("Histo=02 TS               2\r\n", "")},
+      {"a history line too many",
+       Changed("Histo=02 TS               2\r\n", "Histo=02 TS               2\r\nHisto=03 TS               2\r\n")},
+      {"a score that is not the sum", Changed("Points=22", "Points=23")},
+      {"a score written with a zero in front", Changed("Points=22", "Points=022")},
+      {"a history line numbered wrong", Changed("Histo=02 TS  ", "Histo=03 TS  ")},
+      {"a history line out of its columns", Changed("Histo=02 TS               2", "Histo=02 TS              2")},
+      {"a history word in lower case", Changed("Histo=02 TS", "Histo=02 ts")},
+      {"the draw number off", Changed("Tirage=3", "Tirage=4")},
+      {"the draw label off", Changed("LblTirage=02", "LblTirage=03")},
+      {"the first play still to come", Changed("Premier=Non", "Premier=Oui")},
+      {"the bag found empty with tiles in it", Changed("SacVide=0", "SacVide=-1")},
+      {"a clock past its minute", Changed("Chrono=1 1 41 3 0", "Chrono=1 1 60 3 0")},
+      {"a clock flag of 2", Changed("Chrono=1 1 41 3 0", "Chrono=2 1 41 3 0")},
+      {"a clock with a value missing", Changed("Chrono=1 1 41 3 0", "Chrono=1 1 41 3")},
+      {"a clock text with letters", Changed("Minuteur=00:03:41", "Minuteur=00:O3:41")},
+      {"a memory off the board", Changed("Moteur=9 8 -1", "Moteur=9 15 -1")},
+      {"a random state that is not a number", Changed("12345678901234567890", "1234567890123456789x")},
+      {"a random state too big", Changed("12345678901234567890", "18446744073709551616")},
+      {"a name too long", Changed("Nom=Fête à Lyon", "Nom=Fête à Lyon le soir")},
+      {"a name with a tab", Changed("Nom=Fête à Lyon", "Nom=Fête\tà Lyon")},
+      {"a name that is not UTF-8", Changed("Nom=Fête à Lyon", "Nom=F\xEAte \xE0 Lyon")},
+      {"more plays than tiles allow", [] {
+         SavedGame game = TwoPlays();
+         for (int n = 3; n <= 5; ++n) game.TxtHisto.push_back(HistoryLine(n, "AA", 0));
+         game.IntNbCoups = 5;
+         game.VarTirage = 6;
+         game.LblTirage = "05";
+         return FormatSavedGame(game);  // five tiles on the board: five plays would take six
+       }()},
+      {"far too big", std::string(kTwoPlaysText) + std::string(70000, '.')},
+  };
+  for (const auto& [what, text] : damaged) {
+    SCOPED_TRACE(what);
+    EXPECT_FALSE(ParseSavedGame(text).has_value());
+    WriteFile("partie.ret", text);
+    GameJournal file = journal();
+    EXPECT_FALSE(file.Load().has_value());
+    EXPECT_FALSE(Exists("partie.ret"));
+  }
+}
+
+TEST_F(Journal, AFolderInPlaceOfTheFileIsNotAJournal) {
+  std::filesystem::create_directories(dir_ / "partie.ret");
+  GameJournal file = journal();
+  EXPECT_FALSE(file.Load().has_value());
+}
+
+// ----------------------------------------------------------- at the start
+
+TEST_F(Journal, TheStartOffersTheGameLeftUnfinished) {
+  GameJournal file = journal();
+  ASSERT_TRUE(file.Save(TwoPlays()));
+  EXPECT_EQ(ResumeQuestion(TwoPlays()),
+            "Une partie n'a pas été terminée : « Fête à Lyon » (2 coups, 22 points).\r\nVoulez-vous la reprendre ?");
+
+  // Yes: the game comes back and stays kept until the game goes on.
+  boxes_.answers = {Answer::Yes};
+  EXPECT_EQ(OfferResume(program_, file), TwoPlays());
+  ASSERT_EQ(boxes_.shown.size(), 1u);
+  EXPECT_EQ(boxes_.shown[0].text, ResumeQuestion(TwoPlays()));
+  EXPECT_EQ(boxes_.shown[0].style.buttons, Buttons::YesNo);
+  EXPECT_FALSE(boxes_.shown[0].style.defaultNo);
+  EXPECT_EQ(program_.StrMsg, ResumeQuestion(TwoPlays()));
+  EXPECT_TRUE(Exists("partie.ret"));
+
+  // No: the game is dropped.
+  boxes_.answers = {Answer::No};
+  EXPECT_FALSE(OfferResume(program_, file).has_value());
+  EXPECT_EQ(program_.IntReponse, Answer::No);
+  EXPECT_FALSE(Exists("partie.ret"));
+
+  // Nothing kept: nothing asked.
+  EXPECT_FALSE(OfferResume(program_, file).has_value());
+  EXPECT_EQ(boxes_.shown.size(), 2u);
+
+  // A damaged journal is removed without a word.
+  WriteFile("partie.ret", Changed("Coups=2", "Coups=9"));
+  EXPECT_FALSE(OfferResume(program_, file).has_value());
+  EXPECT_EQ(boxes_.shown.size(), 2u);
+  EXPECT_FALSE(Exists("partie.ret"));
+}
+
+}  // namespace
+}  // namespace ostrane::test
