@@ -292,6 +292,7 @@ void MoveSearch::BeginPass(int orientation) {
   candidates_.clear();
   text_.clear();
   scored_.clear();
+  scores_.Begin(board_.squares_.data());
   if (++passStamp_ == 0) {
     std::fill(std::begin(crossStamp_), std::end(crossStamp_), 0u);
     passStamp_ = 1;
@@ -336,7 +337,7 @@ bool MoveSearch::IsWordAsGiven(std::string& word) const {
 // The word test of the proof for the word and the tiles after it: as
 // IsWordAsGiven on the joined text, the tree walk going on from the node the
 // pattern search reached after the word.
-bool MoveSearch::GoesOnToAWord(int32_t after, int wordLength, const std::string& joined) const {
+bool MoveSearch::GoesOnToAWord(int32_t after, int wordLength, std::string_view joined) const {
   const size_t length = joined.size();
   if (length >= 10 && length <= 15) return board_.lexicon_.LongWords(length).Contains(joined);
   if (length > 15) return false;
@@ -413,35 +414,48 @@ void MoveSearch::Prove(Candidate& candidate, const LineEntries& entries, int lin
 
   // The tiles that touch the word on its left and right make part of it.
   // (By the way starts are chosen there is never one on its left.)
-  std::string joined;
-  if (start != 0)
-    for (int x = start - 1; x >= 0 && entries.Tile(x); --x) joined.insert(joined.begin(), board_.At(x, line));
-  const size_t leftLength = joined.size();
-  joined.append(w, size_t(length));
-  for (int x = start + length; x <= 14 && entries.Tile(x); ++x) joined += board_.At(x, line);
+  char joined[kMaxRack + 40];
+  int size = 0;
+  if (start != 0) {
+    int first = start;
+    while (first > 0 && entries.Tile(first - 1)) --first;
+    for (int x = first; x < start; ++x) joined[size++] = board_.At(x, line);
+  }
+  const int leftLength = size;
+  std::memcpy(joined + size, w, size_t(length));
+  size += length;
+  for (int x = start + length; x <= 14 && entries.Tile(x); ++x) joined[size++] = board_.At(x, line);
+  const std::string_view whole(joined, size_t(size));
   if (leftLength > 0) {
-    std::string tested = joined;
+    std::string tested(whole);
     if (!IsWordAsGiven(tested)) {
       candidate.state = -1;
       return;
     }
-  } else if (joined.size() > size_t(length) && !GoesOnToAWord(candidate.node, length, joined)) {
+  } else if (size > length && !GoesOnToAWord(candidate.node, length, whole)) {
     // Alone, the word is one that the walk found ending in the tree.
     candidate.state = -1;
     return;
   }
 
-  for (char& c : joined) c = LowerAscii(c);
-  std::string blanks(w + length, size_t(candidate.blankCount));
-  for (char& c : blanks) c = LowerAscii(c);
-  Expression expression;
-  expression.word = joined;
-  expression.hasBlank = candidate.blankCount > 0;
-  expression.blanks = blanks;
-  const std::string position = char(65 + line) + std::to_string(start + 1);
+  for (int k = 0; k < size; ++k) joined[k] = LowerAscii(joined[k]);
+  char blanks[kMaxRack];
+  for (int k = 0; k < candidate.blankCount; ++k) blanks[k] = LowerAscii(w[length + k]);
+  const std::string_view blankText(blanks, candidate.blankCount);
   candidate.state = 1;
   candidate.scored = int32_t(scored_.size());
-  scored_.push_back(board_.ScoreExpression(expression, line, start, orientation_, position));
+  ClsWord& scored = scored_.emplace_back();
+  board_.Yield();
+  if (leftLength == 0 && scores_.Usable() && start + size <= 15) {
+    scores_.Score(whole, candidate.blankCount > 0, blankText, line, start, orientation_, scored);
+  } else {
+    Expression expression;
+    expression.word = whole;
+    expression.hasBlank = candidate.blankCount > 0;
+    expression.blanks = blankText;
+    const std::string position = char(65 + line) + std::to_string(start + 1);
+    scored = board_.ScoreExpression(expression, line, start, orientation_, position);
+  }
 }
 
 // ------------------------------------------------------- the pattern search

@@ -17,9 +17,11 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
+#include "engine/scoring.h"
 #include "engine/solution_set.h"
 
 namespace ostrane {
@@ -109,7 +111,7 @@ class MoveSearch {
   void Pop(int32_t& node);
   void Prove(Candidate& candidate, const LineEntries& entries, int line, int start);
   bool IsWordAsGiven(std::string& word) const;
-  bool GoesOnToAWord(int32_t after, int wordLength, const std::string& joined) const;
+  bool GoesOnToAWord(int32_t after, int wordLength, std::string_view joined) const;
 
   ClsPlateau& board_;
   const ClsDico& dico_;
@@ -142,6 +144,7 @@ class MoveSearch {
   std::vector<Candidate> candidates_;
   std::string text_;
   std::vector<ClsWord> scored_;
+  PassScores scores_;
   uint32_t crossSet_[225] = {};
   uint32_t crossStamp_[225] = {};
   uint32_t passStamp_ = 0;

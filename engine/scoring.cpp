@@ -1,5 +1,8 @@
 #include "engine/scoring.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "engine/board.h"
 #include "lexicon/fatal.h"
 #include "lexicon/tables.h"
@@ -186,6 +189,196 @@ ClsWord ClsPlateau::SubScoreH(std::string_view mot, std::string_view position, i
   const int row = SubTrouverLigne(position);
   const int start = SubColumn(position);
   return ScoreExpression(SplitExpression(mot), row, start, orientation, position);
+}
+
+// ================================================================ pass scores
+
+namespace {
+
+struct Factors {
+  uint8_t letter[225];
+  uint8_t word[225];
+};
+
+constexpr Factors MakeFactors() {
+  Factors f{};
+  for (int y = 0; y < 15; ++y)
+    for (int x = 0; x < 15; ++x) {
+      const char prime = kPrimeRows[size_t(y)][size_t(x)];
+      f.letter[y * 15 + x] = uint8_t(prime == '1' ? 2 : prime == '2' ? 3 : 1);
+      f.word[y * 15 + x] = uint8_t(prime == '3' ? 2 : prime == '4' ? 3 : 1);
+    }
+  return f;
+}
+
+constexpr Factors kFactors = MakeFactors();
+
+// Writes the position of a play: "H8" across, "8H" down (the turned place).
+void PlaceText(int row, int start, int orientation, std::string& out) {
+  char text[4];
+  size_t n = 0;
+  const auto number = [&](int value) {
+    if (value >= 10) text[n++] = char('0' + value / 10);
+    text[n++] = char('0' + value % 10);
+  };
+  if (orientation != 0) {
+    number(row + 1);
+    text[n++] = char(65 + start);
+  } else {
+    text[n++] = char(65 + row);
+    number(start + 1);
+  }
+  out.assign(text, n);
+}
+
+}  // namespace
+
+void PassScores::Begin(const char* squares) {
+  squares_ = squares;
+  usable_ = true;
+  for (int k = 0; k < 225; ++k)
+    if (static_cast<unsigned char>(squares[k]) > 'z') usable_ = false;
+  if (++stamp_ == 0) {
+    std::fill(std::begin(rowStamp_), std::end(rowStamp_), 0u);
+    stamp_ = 1;
+  }
+}
+
+void PassScores::PrepareRow(int row) {
+  rowStamp_[row] = stamp_;
+  for (int x = 0; x < 15; ++x) {
+    const int k = row * 15 + x;
+    const char tile = squares_[k];
+    if (tile != '\0') {
+      value_[k] = ClsPlateau::SubScoreLetters(tile);
+      crossSum_[k] = 0;
+      crossed_[k] = false;
+      continue;
+    }
+    value_[k] = 0;
+    int sum = 0;
+    bool crossed = false;
+    for (int y = row - 1; y >= 0 && squares_[y * 15 + x] != '\0'; --y) {
+      sum += ClsPlateau::SubScoreLetters(squares_[y * 15 + x]);
+      crossed = true;
+    }
+    for (int y = row + 1; y <= 14 && squares_[y * 15 + x] != '\0'; ++y) {
+      sum += ClsPlateau::SubScoreLetters(squares_[y * 15 + x]);
+      crossed = true;
+    }
+    crossSum_[k] = int16_t(sum);
+    crossed_[k] = crossed;
+  }
+}
+
+void PassScores::Score(std::string_view word, bool hasBlank, std::string_view blanks, int row,
+                       int start, int orientation, ClsWord& out) {
+  if (rowStamp_[row] != stamp_) PrepareRow(row);
+  const int length = int(word.size());
+  const char* const line = squares_ + row * 15;
+  const int base = row * 15 + start;
+
+  // The word laid as it is: the board's tiles count as they stand, a new
+  // tile by its letter and its square's premium. What a blank on the free
+  // square i would take away is its letter's part in the main word and in
+  // its cross-word.
+  int sum = 0, factor = 1, cross = 0, newTiles = 0;
+  int letterPart[16];
+  for (int i = 0; i < length; ++i) {
+    const int k = base + i;
+    if (line[start + i] != '\0') {
+      sum += value_[k];
+      letterPart[i] = 0;
+      continue;
+    }
+    ++newTiles;
+    const int part = ClsPlateau::SubScoreLetters(word[size_t(i)]) * kFactors.letter[k];
+    const int wordFactor = kFactors.word[k];
+    sum += part;
+    factor *= wordFactor;
+    if (crossed_[k]) cross += (crossSum_[k] + part) * wordFactor;
+    letterPart[i] = part;
+  }
+  for (int x = start + length; x <= 14 && line[x] != '\0'; ++x) sum += value_[row * 15 + x];
+  const int bonus = newTiles == 7 ? 50 : 0;
+  const auto pointsWithBlankAt = [&](int i) {
+    const int k = base + i;
+    const int part = letterPart[i];
+    const int crossCut = crossed_[k] ? part * kFactors.word[k] : 0;
+    return int16_t((sum - part) * factor + cross - crossCut + bonus);
+  };
+  const auto laid = [&](std::string& text) {
+    text.assign(word);
+    for (int i = 0; i < length; ++i)
+      if (line[start + i] != '\0') text[size_t(i)] = line[start + i];
+  };
+
+  out.Express.clear();
+  out.Place.clear();
+  out.CountP = 0;
+  if (!hasBlank) {
+    out.CountP = int16_t(sum * factor + cross + bonus);
+    laid(out.Express);
+    PlaceText(row, start, orientation, out.Place);
+    return;
+  }
+
+  if (blanks.size() == 1) {
+    // Each free occurrence of the letter is tried; the last of equals wins.
+    const char b = blanks.front();
+    int best = -1;
+    for (int i = 0; i < length; ++i) {
+      if (word[size_t(i)] != b || line[start + i] != '\0') continue;
+      const int16_t points = pointsWithBlankAt(i);
+      if (points >= out.CountP) {
+        out.CountP = points;
+        best = i;
+      }
+    }
+    if (best < 0) return;
+    laid(out.Express);
+    out.Express[size_t(best)] = UpperAscii(out.Express[size_t(best)]);
+    PlaceText(row, start, orientation, out.Place);
+    return;
+  }
+
+  // Two letters (or none): the points leave the second blank at its full
+  // value; the expression shows both. The second copy made first for a given
+  // first blank still holds the word's own letters where the board has
+  // tiles; the later ones hold the board's.
+  if (blanks.empty()) return;
+  const char b1 = blanks.front(), b2 = blanks.back();
+  int bestI = -1, bestJ = -1;
+  bool bestBeforeLaying = false;
+  for (int i = 0; i < length; ++i) {
+    if (word[size_t(i)] != b1 || line[start + i] != '\0') continue;
+    bool scored = false;
+    int16_t points = 0;
+    for (int j = 0; j < length; ++j) {
+      // The first copy shows letter i in upper case.
+      const char shown = j == i ? UpperAscii(word[size_t(j)]) : word[size_t(j)];
+      if (shown != b2 || line[start + j] != '\0') continue;
+      const bool beforeLaying = !scored;
+      if (!scored) {
+        points = pointsWithBlankAt(i);
+        scored = true;
+      }
+      if (points >= out.CountP) {
+        out.CountP = points;
+        bestI = i;
+        bestJ = j;
+        bestBeforeLaying = beforeLaying;
+      }
+    }
+  }
+  if (bestI < 0) return;
+  if (bestBeforeLaying)
+    out.Express.assign(word);
+  else
+    laid(out.Express);
+  out.Express[size_t(bestI)] = UpperAscii(out.Express[size_t(bestI)]);
+  out.Express[size_t(bestJ)] = UpperAscii(out.Express[size_t(bestJ)]);
+  PlaceText(row, start, orientation, out.Place);
 }
 
 }  // namespace ostrane

@@ -6,7 +6,9 @@
 #include <gtest/gtest.h>
 
 #include "engine/board.h"
+#include "engine/scoring.h"
 #include "lexicon/lexicon.h"
+#include "lexicon/tables.h"
 #include "tests/engine/engine_test_support.h"
 #include "tests/support/test_support.h"
 
@@ -182,6 +184,94 @@ TEST_F(ScoringTest, AWordPastTheLastColumnEndsTheProgram) {
   FatalCatcher catcher;
   EXPECT_THROW(board.SubScoreH("maison", "H12", 0), FatalCalled);
   EXPECT_THROW(board.SubScoreH("maison (z)", "H12", 0), FatalCalled);
+}
+
+// The search's scoring by arithmetic on the row against SubScoreH, which lays
+// copies on a copy of the board: the same ClsWord, letter case and place
+// included, for many boards (tiles and blanks, crowded or not) and words laid
+// over free squares and tiles, with no, one or two blank letters, often the
+// same letter twice and letters that the word holds several times.
+TEST(PassScoring, GivesWhatSubScoreHGivesOnManyBoardsAndExpressions) {
+  EngineContext context;
+  ClsPlateau board(RealLexicon(), context);
+  Rng random(4242);
+  const std::string common = "eaisnrtolu";
+  const auto letter = [&] {
+    return random.Below(3) != 0 ? common[random.Below(uint32_t(common.size()))]
+                                : char('a' + random.Below(26));
+  };
+  int64_t compared = 0, withTwo = 0, withOne = 0, beforeLaying = 0;
+  for (int boardNumber = 0; boardNumber < 300; ++boardNumber) {
+    const int density = 5 + int(random.Below(60));
+    for (int y = 0; y < 15; ++y)
+      for (int x = 0; x < 15; ++x) {
+        char c = '\0';
+        if (int(random.Below(100)) < density) {
+          c = letter();
+          if (random.Below(12) == 0) c = UpperAscii(c);  // a blank on the board
+        }
+        board.SetSquare(x, y, c);
+      }
+    PassScores scores;
+    const BoardSquares squares = SquaresOf(board);
+    scores.Begin(squares.data());
+    ASSERT_TRUE(scores.Usable());
+    for (int play = 0; play < 200; ++play) {
+      const int row = int(random.Below(15));
+      const int start = int(random.Below(15));
+      const int length = 1 + int(random.Below(uint32_t(15 - start)));
+      std::string word;
+      for (int i = 0; i < length; ++i) {
+        const char tile = board.Square(start + i, row);
+        // The search hands the board's tiles in lower case; now and then
+        // another letter stands there, which only the kept copy may show.
+        word += (tile != '\0' && random.Below(4) != 0) ? LowerAscii(tile) : letter();
+      }
+      std::string blanks;
+      const int blankCount = int(random.Below(3));
+      for (int k = 0; k < blankCount; ++k)
+        blanks += random.Below(5) != 0 ? word[random.Below(uint32_t(length))] : letter();
+      if (blankCount == 2 && random.Below(4) == 0) blanks[1] = blanks[0];
+      const int orientation = int(random.Below(2));
+      const std::string expression = blankCount > 0 ? word + " (" + blanks + ")" : word;
+      const std::string position = char('A' + row) + std::to_string(start + 1);
+
+      const ClsWord expected = board.SubScoreH(expression, position, orientation);
+      ClsWord got;
+      got.Express = "stale";
+      scores.Score(word, blankCount > 0, blanks, row, start, orientation, got);
+      ASSERT_EQ(got, expected) << "expression '" << expression << "' at " << position
+                               << " orientation " << orientation << " on board " << boardNumber
+                               << ": '" << got.Express << "' " << got.Place << " " << got.CountP
+                               << " against '" << expected.Express << "' " << expected.Place << " "
+                               << expected.CountP;
+      ++compared;
+      withOne += blankCount == 1 && !expected.IsEmpty();
+      withTwo += blankCount == 2 && !expected.IsEmpty();
+      if (blankCount == 2 && !expected.IsEmpty()) {
+        for (int i = 0; i < length; ++i)
+          if (board.Square(start + i, row) != '\0' && expected.Express[size_t(i)] != board.Square(start + i, row)) {
+            ++beforeLaying;
+            break;
+          }
+      }
+    }
+  }
+  EXPECT_EQ(compared, 60000);
+  EXPECT_GT(withOne, 5000);
+  EXPECT_GT(withTwo, 2000);
+  EXPECT_GT(beforeLaying, 200);  // kept copies showing the word's letters over tiles
+}
+
+TEST(PassScoring, ABoardWithACharacterAboveZIsLeftToSubScoreH) {
+  BoardSquares squares{};
+  squares[7 * 15 + 7] = 'a';
+  PassScores scores;
+  scores.Begin(squares.data());
+  EXPECT_TRUE(scores.Usable());
+  squares[3] = '{';
+  scores.Begin(squares.data());
+  EXPECT_FALSE(scores.Usable());
 }
 
 // Every play the engine proposes in seeded games, scored again by the
