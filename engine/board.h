@@ -124,6 +124,18 @@ class ClsPlateau {
   // Asks a running search to end; it ends at its next routine boundary with
   // the plays found so far, the board the right way round.
   void SubLaisseBTon(bool arret) { blnArret_ = arret ? -1 : 0; }
+  // The own-row routine's memory of the last tile it treated, which lasts as
+  // long as the board (see SubLigneMeme). Read and put back when a game kept
+  // on disk is taken up, so that its searches go on as they would have.
+  struct OwnRowMemory {
+    int16_t column = 0, row = 0, set = 0;  // set: -1 while it holds
+  };
+  OwnRowMemory GetOwnRowMemory() const { return {intDerniereCol_, intDerniereLig_, blnDernier_}; }
+  void SetOwnRowMemory(const OwnRowMemory& memory) {
+    intDerniereCol_ = memory.column;
+    intDerniereLig_ = memory.row;
+    blnDernier_ = memory.set;
+  }
   // Where the search lets the front end breathe (and may ask for a stop):
   // at each candidate word, at each scoring, at each word of a first play,
   // and before, between and after the two copies of SubPlat.

@@ -19,6 +19,8 @@ class Rng {
  public:
   explicit Rng(uint64_t seed = 0) { Seed(seed); }
   void Seed(uint64_t seed) { state_ = seed; }
+  // Where it stands: Seed(State()) later goes on with the same draws.
+  uint64_t State() const { return state_; }
   // The next 64 random bits (splitmix64).
   uint64_t Next() {
     uint64_t z = (state_ += 0x9E3779B97F4A7C15ull);
