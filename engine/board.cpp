@@ -11,7 +11,8 @@ namespace ostrane {
 ClsPlateau::ClsPlateau(const Lexicon& lexicon, EngineContext& context)
     : lexicon_(lexicon), context_(context) {
   objExpressions_.SubDico(lexicon);
-  tabSolutions_.emplace_back();
+  plays_.emplace_back();
+  found_.push_back(0);
 }
 
 ClsPlateau::~ClsPlateau() = default;

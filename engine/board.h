@@ -197,6 +197,8 @@ class ClsPlateau {
   void SubLigneMeme(int column, int row, std::string& lettres, int orientation);
   // Keeps one finding and its direction.
   void StoreSolution(const ClsWord& word, int orientation);
+  // Keeps a finding of a play already in plays_.
+  void StoreFound(int32_t play, int orientation);
 
   const Lexicon& lexicon_;
   EngineContext& context_;
@@ -210,7 +212,10 @@ class ClsPlateau {
   int16_t blnArret_ = 0;
   int16_t blnEnCours_ = 0;
   int32_t lngProchain_ = 1;
-  std::vector<ClsWord> tabSolutions_;  // index 0 stays empty
+  // The findings: finding i is plays_[found_[i]]. A play found again (from
+  // another tile or another start) is kept once and counted again by index.
+  std::vector<ClsWord> plays_;  // index 0 stays empty
+  std::vector<int32_t> found_;  // index 0 stays 0
 
   // The memory of SubLigneMeme: the last tile whose row it treated. Kept for
   // the life of the object, across passes and searches.

@@ -44,9 +44,11 @@ MoveSearch& ClsPlateau::Search() {
 
 int32_t ClsPlateau::TrouveSolution(std::string& lettres) {
   lngProchain_ = 1;
-  tabSolutions_.clear();
-  tabSolutions_.reserve(size_t(kSolutionsBound) + 1);  // once: its pages are used as it fills
-  tabSolutions_.emplace_back();
+  plays_.clear();
+  plays_.emplace_back();
+  found_.clear();
+  found_.reserve(size_t(kSolutionsBound) + 1);  // once: its pages are used as it fills
+  found_.push_back(0);
   blnResultat_ = 0;
   blnEnCours_ = -1;
   blnArret_ = 0;
@@ -228,7 +230,6 @@ int32_t ClsPlateau::SubPremierMot(std::string& lettres) {
 MoveSearch::MoveSearch(ClsPlateau& board) : board_(board), dico_(board.lexicon_.Dico) {
   candidates_.reserve(4096);
   text_.reserve(65536);
-  scored_.reserve(1024);
 }
 
 std::shared_ptr<const WordTreeIndex> WordTreeIndex::Build(const ClsDico& dico) {
@@ -291,7 +292,6 @@ void MoveSearch::BeginPass(int orientation) {
   memo_.clear();
   candidates_.clear();
   text_.clear();
-  scored_.clear();
   scores_.Begin(board_.squares_.data());
   if (++passStamp_ == 0) {
     std::fill(std::begin(crossStamp_), std::end(crossStamp_), 0u);
@@ -392,7 +392,7 @@ void MoveSearch::Candidates(const LineEntries& entries, int line, int start, con
     board_.Yield();
     if (candidate.wordLength > maxLen) continue;
     if (candidate.state == 0) Prove(candidate, entries, line, start);
-    if (candidate.state > 0) board_.StoreSolution(scored_[size_t(candidate.scored)], orientation_);
+    if (candidate.state > 0) board_.StoreFound(candidate.scored, orientation_);
   }
 }
 
@@ -443,8 +443,8 @@ void MoveSearch::Prove(Candidate& candidate, const LineEntries& entries, int lin
   for (int k = 0; k < candidate.blankCount; ++k) blanks[k] = LowerAscii(w[length + k]);
   const std::string_view blankText(blanks, candidate.blankCount);
   candidate.state = 1;
-  candidate.scored = int32_t(scored_.size());
-  ClsWord& scored = scored_.emplace_back();
+  candidate.scored = int32_t(board_.plays_.size());
+  ClsWord& scored = board_.plays_.emplace_back();
   board_.Yield();
   if (leftLength == 0 && scores_.Usable() && start + size <= 15) {
     scores_.Score(whole, candidate.blankCount > 0, blankText, line, start, orientation_, scored);

@@ -81,7 +81,7 @@ class MoveSearch {
     uint8_t wordLength;
     uint8_t blankCount;
     int8_t state;     // 0 not proven yet, 1 a play, -1 dropped
-    int32_t scored;   // index in scored_ when a play
+    int32_t scored;   // index in the board's plays_ when a play
     int32_t node;     // the tree node reached after the word
   };
   struct Range {
@@ -143,7 +143,6 @@ class MoveSearch {
   std::unordered_map<Key, Range, KeyHash> memo_;
   std::vector<Candidate> candidates_;
   std::string text_;
-  std::vector<ClsWord> scored_;
   PassScores scores_;
   uint32_t crossSet_[225] = {};
   uint32_t crossStamp_[225] = {};

@@ -10,7 +10,13 @@ namespace ostrane {
 
 void ClsPlateau::StoreSolution(const ClsWord& word, int orientation) {
   if (lngProchain_ > kSolutionsBound) FatalIndex("TabSolutions", lngProchain_);
-  tabSolutions_.push_back(word);
+  plays_.push_back(word);
+  StoreFound(int32_t(plays_.size()) - 1, orientation);
+}
+
+void ClsPlateau::StoreFound(int32_t play, int orientation) {
+  if (lngProchain_ > kSolutionsBound) FatalIndex("TabSolutions", lngProchain_);
+  found_.push_back(play);
   int32_t& count = context_.LngSens;
   ++count;
   if (count < 1 || count > EngineContext::kTabSensBound) FatalIndex("TabSens", count);
@@ -22,7 +28,7 @@ const ClsWord& ClsPlateau::TabSolutions(int32_t i) const {
   static const ClsWord kNone;
   if (i < 0 || i > kSolutionsBound) FatalIndex("TabSolutions", i);
   if (i >= lngProchain_) return kNone;
-  return tabSolutions_[size_t(i)];
+  return plays_[size_t(found_[size_t(i)])];
 }
 
 std::optional<ClsWord> ClsPlateau::SubSortie(int niveau) {
@@ -30,15 +36,15 @@ std::optional<ClsWord> ClsPlateau::SubSortie(int niveau) {
   int best = 0;
   int32_t bestIndex = 0;
   for (int32_t i = 1; i < lngProchain_; ++i) {
-    if (tabSolutions_[size_t(i)].CountP > best) {
-      best = tabSolutions_[size_t(i)].CountP;
+    if (plays_[size_t(found_[size_t(i)])].CountP > best) {
+      best = plays_[size_t(found_[size_t(i)])].CountP;
       context_.BytSens = uint8_t(context_.TabSens[size_t(i)] & 0xFF);
       bestIndex = i;
     }
   }
   if (niveau == 5) {
     if (bestIndex == 0) return std::nullopt;
-    return tabSolutions_[size_t(bestIndex)];
+    return TabSolutions(bestIndex);
   }
 
   // A play near a fraction of the best score, less two. BytSens keeps the
@@ -47,14 +53,14 @@ std::optional<ClsWord> ClsPlateau::SubSortie(int niveau) {
   long nearest = 9999;
   int32_t chosen = 0;
   for (int32_t i = 1; i < lngProchain_; ++i) {
-    const long distance = std::labs(long(tabSolutions_[size_t(i)].CountP) - target);
+    const long distance = std::labs(long(plays_[size_t(found_[size_t(i)])].CountP) - target);
     if (distance < nearest) {
       nearest = distance;
       chosen = i;
     }
   }
   if (chosen == 0) return std::nullopt;
-  return tabSolutions_[size_t(chosen)];
+  return TabSolutions(chosen);
 }
 
 }  // namespace ostrane
