@@ -225,6 +225,10 @@ void FrmPlateau::Form_Load() {
 
 void FrmPlateau::TimDeb_Timer() {
   TimDeb->SetInterval(0);
+  if (takeUp_) {
+    ResumeGame();
+    return;
+  }
   LblNomP.text = program_.NomPartie;
   LblDuree.foreColor = program_.options.OptDuree ? Color::Rgb(0x00, 0x80, 0x80) : Color::Grey(0x80);
 
@@ -256,6 +260,7 @@ FrmPlateau::Unload FrmPlateau::Form_Unload() {
     }
     if (program_.IntReponse == Answer::No) return Unload::Cancelled;
     CmdEnregistre_Click();
+    RemoveJournal();
     return Unload::EndProgram;
   }
   return Unload::ToPartie;
@@ -300,6 +305,7 @@ void FrmPlateau::CmdNew_Click() {
 }
 
 FrmPlateau::Unload FrmPlateau::CmdGame_Click() {
+  RemoveJournal();
   BlnChangePartie = -1;
   return Form_Unload();
 }
@@ -332,6 +338,7 @@ void FrmPlateau::SubTirage() {
     forms_.Show(jetons);
     if (jetons.ended) {
       ended = true;
+      RemoveJournal();
       forms_.EndProgram();
       return;
     }
@@ -351,6 +358,8 @@ void FrmPlateau::SubTirage() {
       tile.left = layout::kRegletteLeft + IntPasJeton * place + 2;
       tile.top = layout::RackTop();
     }
+    if (std::any_of(PicGamer.begin(), PicGamer.end(), [](const Tile& tile) { return !tile.Tag.empty(); }))
+      SaveJournal();
   }
   if (program_.options.OptMessages == "Oui" && program_.BytVisite == 2) {
     program_.BytVisite = 3;
@@ -668,6 +677,11 @@ void FrmPlateau::CmdValider_Click() {
   LblPtsBis.text = "pts";
 
   CmdRAZ_Click();
+  SaveJournal();
+  DrawAndGoOn();
+}
+
+void FrmPlateau::DrawAndGoOn() {
   SubTirage();
   if (ended) return;
 
@@ -787,6 +801,7 @@ void FrmPlateau::TriAlpha() {
 // ============================================================= end of game
 
 void FrmPlateau::SunFindePartie() {
+  RemoveJournal();
   CmdSolution.enabled = false;
   CmdGame.visible = true;
   CmdArret.visible = false;
@@ -834,6 +849,7 @@ void FrmPlateau::CmdArret_Click() {
 }
 
 void FrmPlateau::ArretPartie() {
+  RemoveJournal();
   if (CmdArret.caption != texts::kNouvelle) {
     BlnAbandon = -1;
     if (program_.BlnSacVide == 0 && IntNbCoups >= 2) {
@@ -891,6 +907,156 @@ void FrmPlateau::CmdArretBis_Click() {
   LinVy.visible = false;
   ImgXY.visible = false;
   IntCligno = 9;
+}
+
+// ===================================================== the game kept on disk
+
+SavedGame FrmPlateau::Snapshot() const {
+  SavedGame game;
+  game.NomPartie = program_.NomPartie;
+  for (int row = 0; row < 15; ++row) {
+    std::string& line = game.lignes[size_t(row)];
+    for (int column = 0; column < 15; ++column) {
+      const char square = ObjPlateau ? ObjPlateau->Square(column, row) : 0;
+      line += square == 0 ? '.' : square;
+    }
+  }
+  if (ObjPlateau) {
+    game.SubWordFirst = ObjPlateau->SubWordFirst();
+    const ClsPlateau::OwnRowMemory memory = ObjPlateau->GetOwnRowMemory();
+    game.ownRowColumn = memory.column;
+    game.ownRowRow = memory.row;
+    game.ownRowSet = memory.set;
+  }
+  game.StrSac = program_.StrSac;
+  game.LblPtsJoueur = LblPtsJoueur.text;
+  game.IntNbCoups = IntNbCoups;
+  game.VarTirage = VarTirage;
+  game.LblTirage = LblTirage.text;
+  for (size_t start = 0; start < TxtHisto.text.size();) {
+    const size_t end = TxtHisto.text.find(kCrLf, start);
+    game.TxtHisto.push_back(TxtHisto.text.substr(start, end == std::string::npos ? std::string::npos : end - start));
+    if (end == std::string::npos) break;
+    start = end + kCrLf.size();
+  }
+  game.BlnSacVide = program_.BlnSacVide;
+  game.BytChronoDemande = BytChronoDemande;
+  game.BytChronoActif = BytChronoActif;
+  game.VarSecondes = VarSecondes;
+  game.VarMinutes = VarMinutes;
+  game.VarHeures = VarHeures;
+  game.LblTimer = LblTimer.text;
+  game.LblDuree = LblDuree.text;
+  for (const Chevalet& place : TabChevalet) {
+    if (place.StrLettre.empty() || place.IntJeton < 0 || place.IntJeton > 6) continue;
+    game.Chevalet += PicGamer[size_t(place.IntJeton)].Tag;
+  }
+  game.randomState = program_.engine.Random.State();
+  return game;
+}
+
+void FrmPlateau::TakeUp(SavedGame game) {
+  program_.NomPartie = game.NomPartie;
+  takeUp_ = std::move(game);
+}
+
+void FrmPlateau::SaveJournal() {
+  if (journal) journal->Save(Snapshot());
+}
+
+void FrmPlateau::RemoveJournal() {
+  if (journal) journal->Remove();
+}
+
+void FrmPlateau::ResumeGame() {
+  const SavedGame game = std::move(*takeUp_);
+  takeUp_.reset();
+
+  // What TimDeb does for every game, but for the tour's first step and the
+  // invitation to begin, which are for a game still to start.
+  LblNomP.text = program_.NomPartie;
+  LblDuree.foreColor = program_.options.OptDuree ? Color::Rgb(0x00, 0x80, 0x80) : Color::Grey(0x80);
+  program_.StrSac = game.StrSac;
+  program_.BlnSacVide = game.BlnSacVide;
+  SubAfficheSac();
+  enabled = true;
+  MousePointer = Pointer::Default;
+
+  // The game under way, as CmdNew_Click starts it, with its values as kept.
+  CmdNew.enabled = false;
+  LblIndic.text = "";
+  CmdGame.visible = false;
+  CmdArret.visible = true;
+  CmdArret.caption = texts::kArreter;
+  CmdArret.tip = texts::kArreterTip;
+  CmdSolution.enabled = true;
+  VarTirage = game.VarTirage;
+  LblTirage.text = game.LblTirage;
+  IntNbCoups = game.IntNbCoups;
+  TxtHisto.text.clear();
+  for (const std::string& line : game.TxtHisto)
+    TxtHisto.text += (TxtHisto.text.empty() ? "" : kCrLfText) + line;
+  BlnAbandon = 0;
+  BytChronoDemande = game.BytChronoDemande;
+  BytChronoActif = game.BytChronoActif;
+  VarSecondes = game.VarSecondes;
+  VarMinutes = game.VarMinutes;
+  VarHeures = game.VarHeures;
+  LblTimer.text = game.LblTimer;
+  LblDuree.text = game.LblDuree;
+  // A game start leaves the rack's tiles numbered -1, a rack returned 0.
+  for (Tile& tile : PicGamer) tile.Tag = "";
+  for (Chevalet& place : TabChevalet) place = Chevalet{"", int16_t(IntNbCoups == 0 ? -1 : 0)};
+  LblPtsJoueur.text = game.LblPtsJoueur;
+  if (!game.TxtHisto.empty()) {
+    // The last play's word, as the history step shows it.
+    const std::string& line = game.TxtHisto.back();
+    std::string word = line.substr(std::min(line.find(' ') + 1, line.size()), 15);
+    word.erase(word.find_last_not_of(' ') + 1);
+    LblSolution.text = "''" + word + "''";
+  }
+  ObjPlateau = std::make_unique<ClsPlateau>(program_.lexicon, program_.engine);
+  for (int row = 0; row < 15; ++row)
+    for (int column = 0; column < 15; ++column) {
+      const char square = game.lignes[size_t(row)][size_t(column)];
+      if (square != '.') ObjPlateau->SetSquare(column, row, square);
+    }
+  ObjPlateau->SubWordFirst(game.SubWordFirst);
+  ObjPlateau->SetOwnRowMemory({game.ownRowColumn, game.ownRowRow, game.ownRowSet});
+  program_.engine.Random.Seed(game.randomState);
+  DrawGrille();
+  LblLetReste.visible = true;
+  LblLTitre.visible = true;
+  ++TxtHistoScroll;
+
+  if (game.Chevalet.empty()) {
+    // Kept after a validation: the turn's draw is still to come.
+    DrawAndGoOn();
+    if (!ended) Changed();
+    return;
+  }
+
+  // Kept after the draw: the same tiles on the rack, as SubTirage laid them.
+  const int drawn = int(game.Chevalet.size());
+  program_.IntNbSac = int16_t(program_.StrSac.size() + size_t(drawn));
+  program_.IntNbTire = int16_t(drawn - 1);
+  for (int k = 0; k < drawn; ++k) {
+    const std::string tag(1, game.Chevalet[size_t(k)]);
+    program_.TabTirage[size_t(k)] = Upper(tag);
+    Tile& tile = PicGamer[size_t(k)];
+    tile.face = TileFace{TileFace::Picture::ImgLet, tag == "?" ? 26 : FirstCode(tag) - 97, TileFace::Tint::None};
+    tile.Tag = tag;
+    TabChevalet[size_t(k)] = Chevalet{tag, int16_t(k)};
+    tile.left = layout::kRegletteLeft + IntPasJeton * k + 2;
+    tile.top = layout::RackTop();
+    tile.visible = true;
+  }
+  PicWait.visible = true;
+  SubActiveChevalet();
+  CmdSolution_Click();
+  enabled = true;
+  if (LngNbSolutions != 0) StartBlink();
+  Changed();
 }
 
 // ============================================================ clock, blink

@@ -28,6 +28,7 @@
 #include "game/forms.h"
 #include "lexicon/expressions.h"
 #include "records/form_link.h"
+#include "records/game_journal.h"
 #include "records/host.h"
 
 namespace ostrane {
@@ -227,6 +228,23 @@ class FrmPlateau {
   TileFace PicTemp;
   BoardPicture Plateau;
 
+  // ---------------------------------------------------- the game kept on disk
+  // Where the game is kept at each turn boundary: after a draw has filled the
+  // rack, and after a validation has returned the rack to the bag. It goes at
+  // a natural end, a stop, leaving with Yes (here or from the picker) and
+  // CmdGame; anything else that ends the program leaves it. None when null.
+  GameJournal* journal = nullptr;
+  // The game as the journal keeps it; meaningful at a turn boundary.
+  SavedGame Snapshot() const;
+  // Loads a kept game into this form: call before TimDeb fires, best before
+  // Form_Load, which shows the game's name. TimDeb then takes the game up
+  // where it was left instead of building a new bag: board, bag, score,
+  // history, counters and clock as kept, the game's controls as in a game
+  // under way. A rack that was drawn is back on the rack and searched as at
+  // the start of a turn; otherwise the turn's draw opens the picker, and the
+  // game goes on as after a validation.
+  void TakeUp(SavedGame game);
+
   // Called after every change that a timer made, so that the window follows.
   std::function<void()> changed;
   // The pause of the first two plays (one second); none when empty.
@@ -245,11 +263,19 @@ class FrmPlateau {
   void ShowBoiteI();
   void ShowMessage(const std::string& text, BoxStyle style);
   void SetTileFace(int i, const TileFace& face) { PicGamer[size_t(i)].face = face; }
+  // The draw of a turn and what follows it: the end when the rack stays
+  // empty, otherwise the search.
+  void DrawAndGoOn();
+  // TimDeb of a form that takes up a kept game.
+  void ResumeGame();
+  void SaveJournal();
+  void RemoveJournal();
 
   Program& program_;
   Forms& forms_;
   std::unique_ptr<Timer> TimDeb, TimCligno, TimerEpie, TimFrmFin, TimScore, TimChrono, TimPasseEnDupli;
   std::unique_ptr<FrmFini> frmFini_;  // loaded at the end, shown by TimFrmFin
+  std::optional<SavedGame> takeUp_;   // the kept game TimDeb is to take up
 };
 
 }  // namespace ostrane
