@@ -62,7 +62,7 @@ void Application::LoadScreenCheck() {
   links.screenHeight = settings_.screenHeight
                            ? settings_.screenHeight
                            : [] { return QGuiApplication::primaryScreen()->geometry().height(); };
-  links.loadFrmPartie = [this] { Post(&Application::LoadPartie); };
+  links.loadFrmPartie = [this] { Post(&Application::AskResume); };
   links.endProgram = [this] { End(); };
   screen_ = std::make_unique<FrmEcranResol>(program_, std::move(links));
   screenWindow_ = std::make_unique<ScreenCheckWindow>(*screen_, settings_.startDirectory);
@@ -70,6 +70,17 @@ void Application::LoadScreenCheck() {
   screen_->changed = [window] { window->Refresh(); };
   screen_->Form_Load();
   emit stepOpened();
+}
+
+void Application::AskResume() {
+  CloseScreenCheck();
+  journal_ = std::make_unique<GameJournal>(program_.JournalFile());
+  takeUp_ = OfferResume(program_, *journal_);
+  if (takeUp_) {
+    LoadPlateau();
+  } else {
+    LoadPartie();
+  }
 }
 
 void Application::LoadPartie() {
@@ -85,6 +96,11 @@ void Application::LoadPartie() {
 void Application::LoadPlateau() {
   ClosePartie();
   plateau_ = std::make_unique<FrmPlateau>(program_, forms_);
+  plateau_->journal = journal_.get();
+  if (takeUp_) {
+    plateau_->TakeUp(std::move(*takeUp_));
+    takeUp_.reset();
+  }
   if (settings_.pauses) {
     plateau_->Sleep = [](int milliseconds) {
       // The pause keeps the window painted but takes no input.

@@ -1,7 +1,8 @@
 #pragma once
 // The road of the windowed program: the start-up window loads the lexicon,
-// the screen check may warn, the game's name and options are asked, the
-// main window plays a game, and each new game goes back through the name.
+// the screen check may warn, a game left unfinished is offered to be taken
+// up, the game's name and options are asked, the main window plays a game,
+// and each new game goes back through the name.
 // The windows and models of each step live here, one step at a time.
 
 #include <QObject>
@@ -9,9 +10,11 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "app/gui/qt_forms.h"
 #include "lexicon/lexicon.h"
+#include "records/game_journal.h"
 #include "records/program.h"
 
 namespace ostrane {
@@ -57,6 +60,8 @@ class Application : public QObject {
   MainWindow* Main() const { return mainWindow_.get(); }
   FrmPlateau* Plateau() const { return plateau_.get(); }
   FrmPartie* Partie() const { return partie_.get(); }
+  // The journal of the game in progress, once the start-up is done.
+  GameJournal* Journal() const { return journal_.get(); }
 
  signals:
   // The program has ended: the event loop should stop.
@@ -67,6 +72,7 @@ class Application : public QObject {
  private:
   void Post(void (Application::*step)());
   void LoadScreenCheck();
+  void AskResume();
   void LoadPartie();
   void LoadPlateau();
   void End();
@@ -90,6 +96,8 @@ class Application : public QObject {
   std::unique_ptr<GameNameWindow> partieWindow_;
   std::unique_ptr<FrmPlateau> plateau_;
   std::unique_ptr<MainWindow> mainWindow_;
+  std::unique_ptr<GameJournal> journal_;
+  std::optional<SavedGame> takeUp_;  // the kept game the next main form takes up
 };
 
 }  // namespace ostrane::gui

@@ -26,6 +26,7 @@
 #include "board_view/painters.h"
 #include "game/frm_plateau.h"
 #include "game/layout.h"
+#include "records/game_journal.h"
 #include "records/game_name.h"
 #include "records/program.h"
 #include "tests/app/test_host.h"
@@ -305,6 +306,47 @@ void Type(QWidget* widget, const QString& text) {
   }
 }
 
+// Answers the next message box with the button of that caption, keeping its
+// text; gives up when `owner` goes.
+void AnswerNextBox(QObject* owner, const QString& button, QString* text) {
+  auto* timer = new QTimer(owner);
+  timer->setInterval(0);
+  QObject::connect(timer, &QTimer::timeout, [timer, button, text] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (!box || !box->isVisible()) return;
+    *text = box->text();
+    timer->stop();
+    timer->deleteLater();
+    for (QAbstractButton* b : box->buttons())
+      if (b->text() == button) b->click();
+  });
+  timer->start();
+}
+
+// A game kept after two plays (CHAT through the centre, then a blank for
+// the S of CHATS) and the draw of the third turn.
+SavedGame KeptAfterTwoPlays() {
+  SavedGame game;
+  game.NomPartie = "Partie du soir";
+  for (std::string& row : game.lignes) row = std::string(15, '.');
+  game.lignes[7] = "......chatS....";
+  game.SubWordFirst = false;
+  game.Chevalet = "eeinrs?";
+  std::string bag = StartBag(0);
+  for (const char c : std::string("CHAT?EEINRS?")) bag.erase(bag.find(c), 1);
+  game.StrSac = bag;
+  game.LblPtsJoueur = "27";
+  game.IntNbCoups = 2;
+  game.VarTirage = 3;
+  game.LblTirage = "02";
+  game.TxtHisto = {"01 CHAT            18", "02 CHATS            9"};
+  game.ownRowColumn = 9;
+  game.ownRowRow = 7;
+  game.ownRowSet = -1;
+  game.randomState = 99;
+  return game;
+}
+
 bool SameImage(const QImage& a, const QImage& b) {
   return a.convertToFormat(QImage::Format_RGB32) == b.convertToFormat(QImage::Format_RGB32);
 }
@@ -324,6 +366,8 @@ class GameTest : public QObject {
   void gameNameFormFiltersWhatIsTyped();
   void stopQuestionsAndWindowClose();
   void sideCommands();
+  void aGameLeftUnfinishedIsTakenUp();
+  void aGameLeftUnfinishedCanBeDropped();
 };
 
 void GameTest::wholeGameThroughTheWindows() {
@@ -803,6 +847,85 @@ void GameTest::sideCommands() {
   QCOMPARE(w->findChild<QLabel*>(QStringLiteral("LblWait"))->text(),
            QStringLiteral("Recherche de la meilleure solution possible. Patientez     "));
   w->grab().save(ScreenshotPath(QStringLiteral("main_window_waiting")));
+}
+
+void GameTest::aGameLeftUnfinishedIsTakenUp() {
+  Session s(kQuietOptions);
+  const SavedGame kept = KeptAfterTwoPlays();
+  s.Write(QStringLiteral("partie.ret"), QByteArray::fromStdString(FormatSavedGame(kept)));
+  s.pilot.askInformations = false;
+  s.pilot.Start();
+  // After the screen check the question comes, answered Yes: no name form,
+  // the main window with the game as it was left.
+  QVERIFY(!s.ToGameName());
+  QVERIFY(!s.app->GameName());
+  QVERIFY(!s.pilot.boxes.isEmpty());
+  QCOMPARE(s.pilot.boxes[0], ModelText(ResumeQuestion(kept)));
+  QCOMPARE(s.pilot.boxes[0],
+           QStringLiteral("Une partie n'a pas été terminée : « Partie du soir » (2 coups, 27 points).\n"
+                          "Voulez-vous la reprendre ?"));
+  MainWindow* w = s.Main();
+  QVERIFY(w);
+  QVERIFY(w->isVisible());
+  QCOMPARE(w->LblNomP()->text(), QStringLiteral("Partie du soir"));
+  QCOMPARE(w->LblPtsJoueur()->text(), QStringLiteral("27"));
+  QCOMPARE(w->TxtHisto()->toPlainText(), QStringLiteral("01 CHAT            18\n02 CHATS            9"));
+  QCOMPARE(s.Model().ObjPlateau->GetMot("H7"), std::string("CHATS"));
+  // The same tiles on the rack, no picker, and the best play proposed.
+  QCOMPARE(s.pilot.pickers, 0);
+  QCOMPARE(s.pilot.proposals.size(), 1);
+  for (int k = 0; k < 7; ++k) {
+    QVERIFY(w->Tile(k)->isVisible());
+    QCOMPARE(w->Tile(k)->pos(), QPoint(layout::RackLeft(k), layout::RackTop()));
+    QCOMPARE(s.Model().PicGamer[size_t(k)].Tag, std::string(1, kept.Chevalet[size_t(k)]));
+  }
+  QVERIFY(w->CmdArret()->isVisible());
+  QVERIFY(!w->CmdNew()->isEnabled());
+  QVERIFY(!w->CmdGame()->isVisible());
+  w->grab().save(ScreenshotPath(QStringLiteral("main_window_taken_up")));
+
+  // The game goes on: the play laid and validated, the next draw picked, and
+  // the journal follows.
+  QVERIFY(LayProposition(s));
+  const int points = s.Model().Proposition->CountP;
+  QTest::mouseClick(w->CmdValider(), Qt::LeftButton);
+  QCOMPARE(w->LblPtsJoueur()->text().toInt(), 27 + points);
+  QCOMPARE(s.pilot.pickers, 1);
+  const std::optional<SavedGame> now = GameJournal(s.app->program().JournalFile()).Load();
+  QVERIFY(now.has_value());
+  QCOMPARE(now->IntNbCoups, int16_t(3));
+  QCOMPARE(now->LblPtsJoueur, w->LblPtsJoueur()->text().toStdString());
+  QCOMPARE(now->Chevalet.size(), size_t(7));
+  s.pilot.Stop();
+}
+
+void GameTest::aGameLeftUnfinishedCanBeDropped() {
+  {
+    Session s(kQuietOptions);
+    const SavedGame kept = KeptAfterTwoPlays();
+    s.Write(QStringLiteral("partie.ret"), QByteArray::fromStdString(FormatSavedGame(kept)));
+    QString asked;
+    AnswerNextBox(s.app.get(), QStringLiteral("Non"), &asked);
+    QVERIFY(s.ToGameName());
+    QCOMPARE(asked, ModelText(ResumeQuestion(kept)));
+    QVERIFY(!QFile::exists(s.dir.filePath(QStringLiteral("partie.ret"))));
+    QCOMPARE(s.app->GameName()->TxtNom()->text(), QStringLiteral("Partie tabli 01"));
+    MainWindow* w = s.ToMain();
+    QVERIFY(w);
+    QCOMPARE(w->LblNomP()->text(), QStringLiteral("Partie tabli 01"));
+    QCOMPARE(w->LblPtsJoueur()->text(), QStringLiteral("0"));
+    QVERIFY(w->CmdNew()->isEnabled());
+  }
+  {
+    // A damaged journal is removed without a question.
+    Session s(kQuietOptions);
+    s.Write(QStringLiteral("partie.ret"), "Ostrane partie 1\r\nNom=Partie du soir\r\nLigne=");
+    QString asked;
+    AnswerNextBox(s.app.get(), QStringLiteral("Oui"), &asked);
+    QVERIFY(s.ToGameName());
+    QVERIFY(asked.isEmpty());
+    QVERIFY(!QFile::exists(s.dir.filePath(QStringLiteral("partie.ret"))));
+  }
 }
 
 int main(int argc, char** argv) {
