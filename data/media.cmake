@@ -22,7 +22,7 @@ set(OSTRANE_PICTURE_FILES
 set(OSTRANE_SOUND_FILES
   sounds/101.wav sounds/102.wav sounds/103.wav sounds/104.wav sounds/105.wav sounds/106.wav)
 set(OSTRANE_HELP_FILES
-  help/z_a_aide.htm help/lecran.rtf help/apropos.rtf)
+  help/z_a_aide.htm help/lecran.rtf)
 
 qt_add_resources(ostrane_data "ostrane_media"
   PREFIX "/"

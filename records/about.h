@@ -25,7 +25,7 @@ class FrmAbout {
   static constexpr const char* kLblT =
       "La liste de mots est dérivée du dictionnaire français Dicollecte/Grammalecte v7.0, © 2007–2018 "
       "les contributeurs de Dicollecte, sous licence publique Mozilla 2.0 (MPL 2.0).";
-  static constexpr const char* kDocument = "apropos.rtf";  // the rich text delivered with the program
+  static constexpr const char* kDocument = "lecran.rtf";  // the rich text delivered with the program
 
   struct View {
     std::string LblVer;

@@ -1,5 +1,5 @@
 #pragma once
-// The program's rich text documents ("lecran.rtf", "apropos.rtf") shown in a
+// The program's rich text documents ("lecran.rtf") shown in a
 // text browser: the RTF is turned into the HTML subset Qt displays. Only
 // what these documents use is read: paragraphs and line breaks, bold and
 // italic, colours of the colour table, font sizes, indents and spacing,
