@@ -229,7 +229,7 @@ int32_t ClsPlateau::SubPremierMot(std::string& lettres) {
 
 MoveSearch::MoveSearch(ClsPlateau& board) : board_(board), dico_(board.lexicon_.Dico) {
   candidates_.reserve(4096);
-  text_.reserve(65536);
+  text_.resize(65536);
 }
 
 std::shared_ptr<const WordTreeIndex> WordTreeIndex::Build(const ClsDico& dico) {
@@ -291,7 +291,7 @@ void MoveSearch::BeginPass(int orientation) {
   orientation_ = orientation;
   memo_.clear();
   candidates_.clear();
-  text_.clear();
+  textSize_ = 0;
   scores_.Begin(board_.squares_.data());
   if (++passStamp_ == 0) {
     std::fill(std::begin(crossStamp_), std::end(crossStamp_), 0u);
@@ -306,6 +306,14 @@ void MoveSearch::PrepareRack(std::string& lettres) {
   rackLength_ = int(lettres.size());
   for (int k = 0; k < rackLength_; ++k) rack_[k] = UpperAscii(lettres[size_t(k)]);
   rackReady_ = true;
+  // The quick walk takes racks of letters and blanks; anything else (which
+  // the tree would refuse) goes the plain way.
+  rackOfLetters_ = rackLength_ <= 31;
+  for (int k = 0; k < rackLength_; ++k)
+    if (!IsLetter(rack_[k]) && rack_[k] != '?') rackOfLetters_ = false;
+  wholeRack_ = rackLength_ >= 32 ? ~0u : (1u << rackLength_) - 1;
+  if (rackLength_ <= kStatesRack)
+    for (uint32_t used = 0; used <= wholeRack_; ++used) rackLeft_[used].ready = false;
 }
 
 uint32_t MoveSearch::CrossSet(int x, int y) {
@@ -488,9 +496,16 @@ MoveSearch::Range MoveSearch::Generate(const LineEntries& entries, int line, int
   wordLength_ = 0;
   blankCount_ = 0;
   nodeCount_ = 0;
-  int32_t node = 0;
-  int pos = 0;
-  Masque(rack_, rackLength_, node, pos);
+  bool quick = rackOfLetters_ && !plainWalkForced_;
+  for (int k = 1; k <= maskLength && quick; ++k)
+    if (mask_[k] != '*' && !IsLetter(mask_[k])) quick = false;
+  if (quick) {
+    Walk(0, rackLength_, 0);
+  } else {
+    int32_t node = 0;
+    int pos = 0;
+    Masque(rack_, rackLength_, node, pos);
+  }
   range.count = uint32_t(candidates_.size()) - range.first;
   stats_.candidates += range.count;
   return range;
@@ -499,13 +514,26 @@ MoveSearch::Range MoveSearch::Generate(const LineEntries& entries, int line, int
 void MoveSearch::Store(int32_t after) {
   Candidate candidate;
   candidate.node = after;
-  candidate.text = uint32_t(text_.size());
+  candidate.text = uint32_t(textSize_);
   candidate.wordLength = uint8_t(wordLength_);
   candidate.blankCount = uint8_t(blankCount_);
   candidate.state = 0;
   candidate.scored = -1;
-  text_.append(word_, size_t(wordLength_));
-  text_.append(blanks_, size_t(blankCount_));
+  // Fixed-size copies (the working arrays and the text have room behind):
+  // no call for a word of a few letters.
+  const size_t need = textSize_ + size_t(wordLength_) + size_t(blankCount_);
+  if (need + 64 > text_.size()) text_.resize(std::max(2 * text_.size(), need + 64));
+  char* out = text_.data() + textSize_;
+  if (wordLength_ <= 16)
+    std::memcpy(out, word_, 16);
+  else
+    std::memcpy(out, word_, size_t(wordLength_));
+  out += wordLength_;
+  if (blankCount_ <= 16)
+    std::memcpy(out, blanks_, 16);
+  else
+    std::memcpy(out, blanks_, size_t(blankCount_));
+  textSize_ = need;
   candidates_.push_back(candidate);
 }
 
@@ -578,6 +606,159 @@ void MoveSearch::Masque(const char* letters, int count, int32_t& node, int& pos)
     for (int k = wordLength_ + 1; k <= maskLength_; ++k) scratch_[length++] = mask_[k];
     if (board_.objExpressions_.SubWordIsTrue(std::string_view(scratch_, size_t(length)))) Store(node);
   }
+}
+
+// ------------------------------------------------------------ the quick walk
+//
+// The same walk, step for step, for a rack of letters and blanks and a mask
+// of letters and free cells (all that a board gives), at a lower cost:
+// - the rack stays in place and the letters laid are marked in a bit set;
+//   what is left of the rack, in its own order, is read once for each set;
+// - a blank lays at once every letter that no letter of the rack has tried
+//   at this cell, after which a further blank has none left to try;
+// - before going on from a letter just laid, one look at the next cell: a
+//   call that could walk no fixed letter, or lay no letter that is left, and
+//   so could keep nothing, is not made.
+// Cells filled so far: wordLength_.
+
+bool MoveSearch::plainWalkForced_ = false;
+
+void MoveSearch::Walk(uint32_t used, int count, int32_t node) {
+  bool open = count > 0 && wordLength_ < maskLength_;
+  if (open && mask_[wordLength_ + 1] != '*') {
+    // The first letter of what is left walks the fixed letters; a blank
+    // stands for A there. Blanks come last in the rack.
+    const uint32_t left = wholeRack_ & ~used;
+    const bool blankFirst = rack_[__builtin_ctz(left)] == '?';
+    if (blankFirst) blanks_[blankCount_++] = 'A';
+    int pos = wordLength_;
+    open = WalkFixed(node, pos);
+    if (blankFirst) --blankCount_;
+  }
+  if (open) {
+    const int cell = wordLength_ + 1;
+    uint32_t useful = 0;
+    if (wordLength_ + 1 >= minLen_) useful |= dico_.EndMask(node) >> 1;
+    if (cell < maskLength_) useful |= ChildMask(node);
+    useful &= allowed_[cell];
+    if (useful != 0) LayEach(used, count, node, useful);
+  }
+  if (wordLength_ == 0) return;
+
+  // Give back the fixed letters walked at the end of the word.
+  while (mask_[wordLength_] != '*') {
+    --wordLength_;
+    Pop(node);
+    if (wordLength_ == 0) break;
+  }
+
+  // With the rack spent and only fixed cells behind, the word may still be
+  // completed by them: it is kept without that tail.
+  if (count == 0 && wordLength_ < maskLength_ && !freeAfter_[wordLength_] &&
+      wordLength_ >= minLen_) {
+    int length = 0;
+    for (int k = 0; k < wordLength_; ++k) scratch_[length++] = word_[k];
+    for (int k = wordLength_ + 1; k <= maskLength_; ++k) scratch_[length++] = mask_[k];
+    if (board_.objExpressions_.SubWordIsTrue(std::string_view(scratch_, size_t(length)))) Store(node);
+  }
+}
+
+// Lays each letter left that the next cell can take (`useful`, not 0), in
+// the order of the pattern search. The next cell is free.
+void MoveSearch::LayEach(uint32_t used, int count, int32_t node, uint32_t useful) {
+  const int cell = wordLength_ + 1;
+  if (rackLength_ <= kStatesRack) {
+    const RackLeft& left = RackLeftAfter(used);
+    if (useful & left.letters) {
+      for (int d = 0; d < left.distinct; ++d) {
+        const char c = left.letter[d];
+        if (useful & Bit(c)) Lay(c, used | 1u << left.position[d], count - 1, node, cell);
+      }
+    }
+    if (left.blank >= 0) {
+      for (uint32_t letters = useful & ~left.letters; letters != 0; letters &= letters - 1) {
+        const char letter = char('A' + __builtin_ctz(letters));
+        blanks_[blankCount_++] = letter;
+        Lay(letter, used | 1u << left.blank, count - 1, node, cell);
+        --blankCount_;
+      }
+    }
+    return;
+  }
+  uint32_t tried = 0;
+  for (uint32_t left = wholeRack_ & ~used; left != 0; left &= left - 1) {
+    const int k = __builtin_ctz(left);
+    const char c = rack_[k];
+    if (c == '?') {
+      for (uint32_t letters = useful & ~tried; letters != 0; letters &= letters - 1) {
+        const char letter = char('A' + __builtin_ctz(letters));
+        blanks_[blankCount_++] = letter;
+        Lay(letter, used | 1u << k, count - 1, node, cell);
+        --blankCount_;
+      }
+      break;
+    }
+    const uint32_t bit = Bit(c);
+    if (tried & bit) continue;
+    tried |= bit;
+    if (useful & bit) Lay(c, used | 1u << k, count - 1, node, cell);
+  }
+}
+
+// The distinct letters left in the rack once the letters of `used` are
+// laid, each at its first place, in rack order; and the first blank left.
+const MoveSearch::RackLeft& MoveSearch::RackLeftAfter(uint32_t used) {
+  RackLeft& left = rackLeft_[used];
+  if (left.ready) return left;
+  left = RackLeft{};
+  for (int k = 0; k < rackLength_; ++k) {
+    if (used & 1u << k) continue;
+    const char c = rack_[k];
+    if (c == '?') {
+      if (left.blank < 0) left.blank = int8_t(k);
+    } else if (!(left.letters & Bit(c))) {
+      left.letters |= Bit(c);
+      left.letter[left.distinct] = c;
+      left.position[left.distinct] = uint8_t(k);
+      ++left.distinct;
+    }
+  }
+  left.ready = true;
+  return left;
+}
+
+// Lays `letter` on the free cell `cell` (the rack then holds `used` laid and
+// `count` letters left) and goes on from there.
+inline void MoveSearch::Lay(char letter, uint32_t used, int count, int32_t node, int cell) {
+  ++stats_.steps;
+  word_[wordLength_++] = letter;
+  const int x = letter - 'A' + 1;
+  const int32_t child = dico_.Child(node, x);
+  if (dico_.Ends(node, x) && wordLength_ >= minLen_) Store(child);
+  // Below a node that cannot reach the least length nothing is kept.
+  if (cell < maskLength_ && child != 0 && wordLength_ + tree_->reach[size_t(child)] >= minLen_) {
+    const char next = mask_[cell + 1];
+    if (count == 0) {
+      Walk(used, count, child);
+    } else if (next != '*') {
+      // A fixed letter next: the walk goes on only through it.
+      if (ChildMask(child) & Bit(next)) Walk(used, count, child);
+    } else {
+      uint32_t useful = 0;
+      if (wordLength_ + 1 >= minLen_) useful |= dico_.EndMask(child) >> 1;
+      if (cell + 1 < maskLength_) useful |= ChildMask(child);
+      useful &= allowed_[cell + 1];
+      if (useful != 0) {
+        if (rackLength_ <= kStatesRack) {
+          const RackLeft& left = RackLeftAfter(used);
+          if (left.blank < 0 && !(useful & left.letters)) useful = 0;
+        }
+        // Nothing walked, rack not spent: the call would only lay letters.
+        if (useful != 0) LayEach(used, count, child, useful);
+      }
+    }
+  }
+  --wordLength_;
 }
 
 bool MoveSearch::WalkFixed(int32_t& node, int& pos) {

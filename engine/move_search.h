@@ -75,6 +75,11 @@ class MoveSearch {
   };
   const Stats& LastStats() const { return stats_; }
 
+  // Every search takes the plain walk (a letter-by-letter transcription of
+  // the pattern search) instead of the quick one: for tests and benchmarks
+  // that compare the two.
+  static void ForcePlainWalk(bool plain) { plainWalkForced_ = plain; }
+
  private:
   struct Candidate {
     uint32_t text;    // word then blank letters, in text_
@@ -106,6 +111,11 @@ class MoveSearch {
   void Place(char letter, const char* letters, int count, int i, int32_t node, int& pos,
              uint32_t& tried);
   void Store(int32_t after);
+  void Walk(uint32_t used, int count, int32_t node);
+  void Lay(char letter, uint32_t used, int count, int32_t node, int cell);
+  void LayEach(uint32_t used, int count, int32_t node, uint32_t useful);
+  struct RackLeft;
+  const RackLeft& RackLeftAfter(uint32_t used);
   uint32_t ChildMask(int32_t node) const { return tree_->childMask[size_t(node)]; }
   void Push(int32_t node);
   void Pop(int32_t& node);
@@ -136,13 +146,29 @@ class MoveSearch {
   int32_t nodes_[64] = {};
   int nodeCount_ = 0;
   char scratch_[64] = {};
+  bool rackOfLetters_ = false;  // the quick walk can take this rack
+  uint32_t wholeRack_ = 0;      // one bit per letter of the rack
+  static bool plainWalkForced_;
+  // For a rack of up to kStatesRack letters, what is left of it for each set
+  // of its letters laid (bit k: letter k of the rack).
+  static constexpr int kStatesRack = 8;
+  struct RackLeft {
+    bool ready = false;
+    int8_t blank = -1;  // the first blank left, -1 when none
+    uint8_t distinct = 0;
+    uint32_t letters = 0;  // bit 0 = A
+    char letter[kStatesRack] = {};
+    uint8_t position[kStatesRack] = {};
+  };
+  RackLeft rackLeft_[1 << kStatesRack];
 
   std::shared_ptr<const WordTreeIndex> tree_;
 
   // What the pass keeps.
   std::unordered_map<Key, Range, KeyHash> memo_;
   std::vector<Candidate> candidates_;
-  std::string text_;
+  std::vector<char> text_;
+  size_t textSize_ = 0;
   PassScores scores_;
   uint32_t crossSet_[225] = {};
   uint32_t crossStamp_[225] = {};

@@ -9,6 +9,7 @@
 #include <sstream>
 
 #include "engine/board.h"
+#include "engine/move_search.h"
 #include "lexicon/lexicon.h"
 #include "tests/engine/engine_test_support.h"
 #include "tests/engine/reference_engine.h"
@@ -165,6 +166,78 @@ TEST(EngineEquivalence, ManyOpeningsAndEarlyBoards) {
     if (HasFailure()) return;
   }
   EXPECT_GT(searches, 150);
+}
+
+// The quick walk of the pattern search against the plain one, a letter-by-
+// letter transcription of it: on the boards of seeded games, with the
+// turn's rack and racks with one to three blanks, repeated letters, and
+// racks longer than the usual seven, both must find the same plays in the
+// same order, and the walks must have laid the same number of letters and
+// kept the same words.
+struct PlainWalk {
+  explicit PlainWalk(bool plain) { MoveSearch::ForcePlainWalk(plain); }
+  ~PlainWalk() { MoveSearch::ForcePlainWalk(false); }
+};
+
+ClsPlateau::SearchStats SearchWith(bool plain, const BoardSquares& squares, const std::string& rack,
+                                   std::vector<ClsWord>& plays, std::vector<int32_t>& directions) {
+  const PlainWalk walk(plain);
+  EngineContext context;
+  ClsPlateau board(RealLexicon(), context);
+  LoadBoard(board, squares);
+  board.SubWordFirst(false);
+  std::string letters = rack;
+  const int32_t count = board.TrouveSolution(letters);
+  plays.clear();
+  directions.clear();
+  for (int32_t i = 1; i <= count; ++i) {
+    plays.push_back(board.TabSolutions(i));
+    directions.push_back(context.TabSens[size_t(i)]);
+  }
+  return board.LastSearchStats();
+}
+
+TEST(QuickWalk, FindsWhatThePlainWalkFindsStepForStep) {
+  Rng draws(909);
+  int64_t searches = 0, findings = 0, steps = 0, longRacks = 0;
+  std::vector<ClsWord> quickPlays, plainPlays;
+  std::vector<int32_t> quickDirections, plainDirections;
+  SelfPlay(RealLexicon(), 515, 2, [&](const Turn& turn, ClsPlateau&, EngineContext&) {
+    if (turn.firstPlay || HasFailure()) return;
+    std::vector<std::string> racks = {turn.rack};
+    const std::string letters = "eeaaisnrtlouqzkwx";
+    // Two blanks in seven letters, three in five, and nine or ten letters
+    // with at most one blank (more would pass the limit of findings).
+    for (int k = 0; k < 3; ++k) {
+      const int blanks = k == 0 ? 2 : k == 1 ? 3 : int(draws.Below(2));
+      const int length = k == 0 ? 7 : k == 1 ? 5 : 9 + int(draws.Below(2));
+      std::string rack(size_t(blanks), '?');
+      while (int(rack.size()) < length) rack += letters[draws.Below(uint32_t(letters.size()))];
+      // Blanks anywhere in the rack: the search puts them last.
+      for (size_t i = rack.size(); i > 1; --i) std::swap(rack[i - 1], rack[draws.Below(uint32_t(i))]);
+      racks.push_back(rack);
+    }
+    for (const std::string& rack : racks) {
+      const auto quick = SearchWith(false, turn.board, rack, quickPlays, quickDirections);
+      const auto plain = SearchWith(true, turn.board, rack, plainPlays, plainDirections);
+      const std::string what = "game " + std::to_string(turn.game) + " turn " + std::to_string(turn.number) +
+                               " rack " + rack;
+      ASSERT_EQ(quickPlays.size(), plainPlays.size()) << what;
+      for (size_t i = 0; i < quickPlays.size(); ++i)
+        ASSERT_EQ(quickPlays[i], plainPlays[i]) << what << " finding " << i + 1;
+      ASSERT_EQ(quickDirections, plainDirections) << what;
+      EXPECT_EQ(quick.steps, plain.steps) << what;
+      EXPECT_EQ(quick.candidates, plain.candidates) << what;
+      EXPECT_EQ(quick.proofs, plain.proofs) << what;
+      ++searches;
+      findings += int64_t(quickPlays.size());
+      steps += quick.steps;
+      longRacks += rack.size() > 8;
+    }
+  });
+  EXPECT_GT(searches, 100);
+  EXPECT_GT(findings, 200000);
+  EXPECT_GT(longRacks, 25);
 }
 
 }  // namespace
