@@ -935,7 +935,8 @@ SavedGame FrmPlateau::Snapshot() const {
   game.LblTirage = LblTirage.text;
   for (size_t start = 0; start < TxtHisto.text.size();) {
     const size_t end = TxtHisto.text.find(kCrLf, start);
-    game.TxtHisto.push_back(TxtHisto.text.substr(start, end == std::string::npos ? std::string::npos : end - start));
+    game.TxtHisto.push_back(
+        TxtHisto.text.substr(start, end == std::string::npos ? std::string::npos : end - start));
     if (end == std::string::npos) break;
     start = end + kCrLf.size();
   }
@@ -1044,7 +1045,8 @@ void FrmPlateau::ResumeGame() {
     const std::string tag(1, game.Chevalet[size_t(k)]);
     program_.TabTirage[size_t(k)] = Upper(tag);
     Tile& tile = PicGamer[size_t(k)];
-    tile.face = TileFace{TileFace::Picture::ImgLet, tag == "?" ? 26 : FirstCode(tag) - 97, TileFace::Tint::None};
+    tile.face =
+        TileFace{TileFace::Picture::ImgLet, tag == "?" ? 26 : FirstCode(tag) - 97, TileFace::Tint::None};
     tile.Tag = tag;
     TabChevalet[size_t(k)] = Chevalet{tag, int16_t(k)};
     tile.left = layout::kRegletteLeft + IntPasJeton * k + 2;

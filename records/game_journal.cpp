@@ -19,7 +19,7 @@ namespace {
 constexpr std::string_view kShortBags[] = {"", "AACEEEEEEIMNRSSSTU", "AACEEEFIKNNNNNNRTWWZ",
                                            "AAAABEEEGIILLNNOST?"};
 constexpr size_t kLargestFile = 64 * 1024;  // a journal is about 1 KB: anything this big is not one
-constexpr int kMostPlays = 101;              // 102 tiles, the first play takes two
+constexpr int kMostPlays = 101;             // 102 tiles, the first play takes two
 constexpr size_t kNameCharacters = 15;
 
 std::string TwoDigits(int value) { return (value < 10 ? "0" : "") + std::to_string(value); }
@@ -56,7 +56,8 @@ std::vector<std::string_view> Words(std::string_view text) {
   size_t start = 0;
   for (;;) {
     const size_t blank = text.find(' ', start);
-    words.push_back(text.substr(start, blank == std::string_view::npos ? std::string_view::npos : blank - start));
+    words.push_back(
+        text.substr(start, blank == std::string_view::npos ? std::string_view::npos : blank - start));
     if (blank == std::string_view::npos) return words;
     start = blank + 1;
   }
@@ -246,20 +247,23 @@ std::optional<SavedGame> ParseSavedGame(std::string_view text) {
   if (!fields.Value("Nom", value) || !GoodName(value)) return std::nullopt;
   game.NomPartie = value;
   for (std::string& row : game.lignes) {
-    if (!fields.Value("Ligne", value) || value.size() != 15 || !std::all_of(value.begin(), value.end(), isSquare))
+    if (!fields.Value("Ligne", value) || value.size() != 15 ||
+        !std::all_of(value.begin(), value.end(), isSquare))
       return std::nullopt;
     row = value;
   }
   if (!fields.Value("Premier", value) || (value != "Oui" && value != "Non")) return std::nullopt;
   game.SubWordFirst = value == "Oui";
-  if (!fields.Value("Sac", value) || value.size() > 102 || !std::all_of(value.begin(), value.end(), isBagTile))
+  if (!fields.Value("Sac", value) || value.size() > 102 ||
+      !std::all_of(value.begin(), value.end(), isBagTile))
     return std::nullopt;
   game.StrSac = value;
   long points = 0;
   if (!fields.Value("Points", value) || !ReadInt(value, 0, 999999, points)) return std::nullopt;
   game.LblPtsJoueur = value;
   if (!fields.Value("Coups", value) || !ReadInt(value, 0, kMostPlays, game.IntNbCoups)) return std::nullopt;
-  if (!fields.Value("Tirage", value) || !ReadInt(value, 0, kMostPlays + 1, game.VarTirage)) return std::nullopt;
+  if (!fields.Value("Tirage", value) || !ReadInt(value, 0, kMostPlays + 1, game.VarTirage))
+    return std::nullopt;
   if (!fields.Value("LblTirage", value) || value.size() > 3) return std::nullopt;
   game.LblTirage = value;
   for (int i = 0; i < game.IntNbCoups; ++i) {
@@ -279,7 +283,8 @@ std::optional<SavedGame> ParseSavedGame(std::string_view text) {
   game.LblTimer = value;
   if (!fields.Value("Duree", value) || !IsTimeText(value)) return std::nullopt;
   game.LblDuree = value;
-  if (!fields.Value("Chevalet", value) || value.size() > 7 || !std::all_of(value.begin(), value.end(), isRackTile))
+  if (!fields.Value("Chevalet", value) || value.size() > 7 ||
+      !std::all_of(value.begin(), value.end(), isRackTile))
     return std::nullopt;
   game.Chevalet = value;
   if (!fields.Value("Moteur", value)) return std::nullopt;
@@ -312,8 +317,10 @@ bool GameJournal::Save(const SavedGame& game) {
   for (size_t done = 0; done < text.size() && written;) {
     const ssize_t n = ::write(fd, text.data() + done, text.size() - done);
     if (n < 0 && errno == EINTR) continue;
-    if (n <= 0) written = false;
-    else done += size_t(n);
+    if (n <= 0)
+      written = false;
+    else
+      done += size_t(n);
   }
   // On the disk before it takes the journal's place, so that a power cut
   // finds the old journal or the new one whole.
@@ -326,7 +333,8 @@ bool GameJournal::Save(const SavedGame& game) {
     return false;
   }
   // The rename itself, on the disk.
-  const std::filesystem::path folder = file_.has_parent_path() ? file_.parent_path() : std::filesystem::path(".");
+  const std::filesystem::path folder =
+      file_.has_parent_path() ? file_.parent_path() : std::filesystem::path(".");
   const int dir = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (dir >= 0) {
     ::fsync(dir);
@@ -339,8 +347,8 @@ std::optional<SavedGame> GameJournal::Load() {
   std::error_code error;
   if (!std::filesystem::exists(std::filesystem::symlink_status(file_, error))) return std::nullopt;
   std::optional<SavedGame> game;
-  if (std::filesystem::is_regular_file(file_, error) && std::filesystem::file_size(file_, error) <= kLargestFile &&
-      !error) {
+  if (std::filesystem::is_regular_file(file_, error) &&
+      std::filesystem::file_size(file_, error) <= kLargestFile && !error) {
     std::ifstream in(file_, std::ios::binary);
     const std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
     if (in || in.eof()) game = ParseSavedGame(text);

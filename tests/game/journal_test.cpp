@@ -30,7 +30,8 @@ struct Crash {};
 // One run of the program in a start directory: its host, its shared values,
 // the player's modal forms, the journal and the main form.
 struct ProgramRun {
-  ProgramRun(const std::filesystem::path& dir, Player& player) : program(RealLexicon(), fake.host), forms(fake) {
+  ProgramRun(const std::filesystem::path& dir, Player& player)
+      : program(RealLexicon(), fake.host), forms(fake) {
     program.CheminApp = dir;
     program.NomPartie = "Partie tabli 04";
     program.options.OptMessages = "Non";
@@ -99,8 +100,9 @@ struct ProgramRun {
   int Play(int turns) {
     int plays = 0;
     while (plays < turns && form->CmdSolution.enabled && form->Proposition) {
-      const bool laid = LayWord(*form, *drag, *form->Proposition,
-                                [this](char letter) { forms.jokerLetters.push_back(std::string(1, letter)); });
+      const bool laid = LayWord(*form, *drag, *form->Proposition, [this](char letter) {
+        forms.jokerLetters.push_back(std::string(1, letter));
+      });
       if (!laid || !form->CmdValider.enabled) break;
       form->CmdValider_Click();
       ++plays;
@@ -111,7 +113,8 @@ struct ProgramRun {
   std::string Board() const {
     std::string squares;
     for (int y = 0; y < 15; ++y)
-      for (int x = 0; x < 15; ++x) squares += form->ObjPlateau->Square(x, y) ? form->ObjPlateau->Square(x, y) : '.';
+      for (int x = 0; x < 15; ++x)
+        squares += form->ObjPlateau->Square(x, y) ? form->ObjPlateau->Square(x, y) : '.';
     return squares;
   }
 
@@ -226,7 +229,8 @@ void CrashAndCompare(KeptGame& test, uint64_t seed, int pioche, int crashAfterPl
     std::ifstream best(folder / "bestsco.ret", std::ios::binary);
     std::string line;
     ASSERT_TRUE(std::getline(best, line));
-    EXPECT_EQ(line.substr(0, 25), whole.score + std::string(7 - whole.score.size(), ' ') + "Partie tabli 04   ");
+    EXPECT_EQ(line.substr(0, 25),
+              whole.score + std::string(7 - whole.score.size(), ' ') + "Partie tabli 04   ");
   } else {
     EXPECT_TRUE(second.journal->Exists());  // stuck with no play: the game is still there
   }
@@ -239,8 +243,8 @@ TEST_F(KeptGame, ACrashAfterTheDrawLosesNothing) {
 }
 
 TEST_F(KeptGame, ACrashInThePickerLosesNothing) {
-  for (const auto& [seed, pioche, crash] : std::vector<std::tuple<uint64_t, int, int>>{
-           {3, 0, 2}, {5, 0, 7}, {8, 0, 1}, {2, 3, 1}, {6, 2, 1}})
+  for (const auto& [seed, pioche, crash] :
+       std::vector<std::tuple<uint64_t, int, int>>{{3, 0, 2}, {5, 0, 7}, {8, 0, 1}, {2, 3, 1}, {6, 2, 1}})
     CrashAndCompare(*this, seed, pioche, crash, true);
 }
 
@@ -270,8 +274,9 @@ TEST_F(KeptGame, TheTakenUpFormIsAGameUnderWay) {
   second.program.options.OptMessages = "Oui";  // the tour's first step is for a game to begin
   second.program.NomPartie = "Partie tabli 01";
   FrmPlateau& f = second.TakeUp();
-  EXPECT_EQ(second.fake.boxes.shown[0].text, "Une partie n'a pas été terminée : « Partie tabli 04 » (3 coups, " +
-                                                  kept.LblPtsJoueur + " points).\r\nVoulez-vous la reprendre ?");
+  EXPECT_EQ(second.fake.boxes.shown[0].text,
+            "Une partie n'a pas été terminée : « Partie tabli 04 » (3 coups, " + kept.LblPtsJoueur +
+                " points).\r\nVoulez-vous la reprendre ?");
   EXPECT_EQ(second.program.NomPartie, "Partie tabli 04");
   EXPECT_EQ(f.LblNomP.text, "Partie tabli 04");
   EXPECT_TRUE(second.forms.tourSteps.empty());
@@ -421,7 +426,8 @@ TEST_F(KeptGame, LeavingWithYesTakesTheJournalAway) {
       EXPECT_TRUE(run.journal->Exists());
       jetons.CmdQ_Click();  // Yes
     };
-    ASSERT_TRUE(LayWord(f, *run.drag, *f.Proposition, [&](char l) { run.forms.jokerLetters.push_back({l}); }));
+    ASSERT_TRUE(
+        LayWord(f, *run.drag, *f.Proposition, [&](char l) { run.forms.jokerLetters.push_back({l}); }));
     f.CmdValider_Click();
     EXPECT_EQ(run.forms.endProgram, 1);
     EXPECT_FALSE(run.journal->Exists());

@@ -271,8 +271,10 @@ TEST_F(Journal, RemovingTakesTheTemporaryFileToo) {
 std::string Changed(const std::string& from, const std::string& to) {
   std::string text = kTwoPlaysText;
   const size_t at = text.find(from);
-  if (at == std::string::npos) ADD_FAILURE() << "not in the text: " << from;
-  else text.replace(at, from.size(), to);
+  if (at == std::string::npos)
+    ADD_FAILURE() << "not in the text: " << from;
+  else
+    text.replace(at, from.size(), to);
   return text;
 }
 
@@ -284,12 +286,14 @@ TEST_F(Journal, EveryCutOfTheFileIsRefused) {
 }
 
 TEST_F(Journal, DamagedFilesAreRefusedAndRemoved) {
-  const std::string sac = "AAAAAAAABBCDDDEEEEEEEEEEEEEFFGGHIIIIIIIJKLLLLLMMMNNNNNOOOOOOPPQRRRRRSSSSSTTTTTUUUUUUVVWXYZ";
+  const std::string sac =
+      "AAAAAAAABBCDDDEEEEEEEEEEEEEFFGGHIIIIIIIJKLLLLLMMMNNNNNOOOOOOPPQRRRRRSSSSSTTTTTUUUUUUVVWXYZ";
   const std::vector<std::pair<std::string, std::string>> damaged = {
       {"empty", ""},
       {"a foreign text", "Bonjour\r\n"},
       {"another version", Changed("Ostrane partie 1", "Ostrane partie 2")},
-      {"line feeds alone", [] {
+      {"line feeds alone",
+       [] {
          std::string text = kTwoPlaysText;
          text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
          return text;
@@ -313,14 +317,14 @@ TEST_F(Journal, DamagedFilesAreRefusedAndRemoved) {
       {"the rack's tiles in the bag as well", Changed("Sac=AAAA", "Sac=EEISNR?AAAA")},
       {"a play more than the history", Changed("Coups=2", "Coups=3")},
       {"a play less than the history", Changed("Coups=2", "Coups=1")},
-      {"a history line missing",
-       Changed("Histo=02 TS               2\r\n", "")},
-      {"a history line too many",
-       Changed("Histo=02 TS               2\r\n", "Histo=02 TS               2\r\nHisto=03 TS               2\r\n")},
+      {"a history line missing", Changed("Histo=02 TS               2\r\n", "")},
+      {"a history line too many", Changed("Histo=02 TS               2\r\n",
+                                          "Histo=02 TS               2\r\nHisto=03 TS               2\r\n")},
       {"a score that is not the sum", Changed("Points=22", "Points=23")},
       {"a score written with a zero in front", Changed("Points=22", "Points=022")},
       {"a history line numbered wrong", Changed("Histo=02 TS  ", "Histo=03 TS  ")},
-      {"a history line out of its columns", Changed("Histo=02 TS               2", "Histo=02 TS              2")},
+      {"a history line out of its columns",
+       Changed("Histo=02 TS               2", "Histo=02 TS              2")},
       {"a history word in lower case", Changed("Histo=02 TS", "Histo=02 ts")},
       {"the draw number off", Changed("Tirage=3", "Tirage=4")},
       {"the draw label off", Changed("LblTirage=02", "LblTirage=03")},
@@ -336,7 +340,8 @@ TEST_F(Journal, DamagedFilesAreRefusedAndRemoved) {
       {"a name too long", Changed("Nom=Fête à Lyon", "Nom=Fête à Lyon le soir")},
       {"a name with a tab", Changed("Nom=Fête à Lyon", "Nom=Fête\tà Lyon")},
       {"a name that is not UTF-8", Changed("Nom=Fête à Lyon", "Nom=F\xEAte \xE0 Lyon")},
-      {"more plays than tiles allow", [] {
+      {"more plays than tiles allow",
+       [] {
          SavedGame game = TwoPlays();
          for (int n = 3; n <= 5; ++n) game.TxtHisto.push_back(HistoryLine(n, "AA", 0));
          game.IntNbCoups = 5;
@@ -368,7 +373,8 @@ TEST_F(Journal, TheStartOffersTheGameLeftUnfinished) {
   GameJournal file = journal();
   ASSERT_TRUE(file.Save(TwoPlays()));
   EXPECT_EQ(ResumeQuestion(TwoPlays()),
-            "Une partie n'a pas été terminée : « Fête à Lyon » (2 coups, 22 points).\r\nVoulez-vous la reprendre ?");
+            "Une partie n'a pas été terminée : « Fête à Lyon » (2 coups, 22 points).\r\nVoulez-vous la "
+            "reprendre ?");
 
   // Yes: the game comes back and stays kept until the game goes on.
   boxes_.answers = {Answer::Yes};
