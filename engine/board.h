@@ -17,6 +17,7 @@
 
 #include <array>
 #include <cstdint>
+#include <deque>
 #include <memory>
 #include <optional>
 #include <string>
@@ -199,6 +200,9 @@ class ClsPlateau {
   void StoreSolution(const ClsWord& word, int orientation);
   // Keeps a finding of a play already in plays_.
   void StoreFound(int32_t play, int orientation);
+  // Keeps `word` as the flat play `flat` (whole when too long).
+  void KeepPlay(const ClsWord& word, FlatPlay& flat);
+  ClsWord WordOf(const FlatPlay& flat) const;
 
   const Lexicon& lexicon_;
   EngineContext& context_;
@@ -214,8 +218,12 @@ class ClsPlateau {
   int32_t lngProchain_ = 1;
   // The findings: finding i is plays_[found_[i]]. A play found again (from
   // another tile or another start) is kept once and counted again by index.
-  std::vector<ClsWord> plays_;  // index 0 stays empty
-  std::vector<int32_t> found_;  // index 0 stays 0
+  std::vector<FlatPlay> plays_;      // index 0 stays empty
+  std::vector<int32_t> found_;       // index 0 stays 0
+  std::vector<ClsWord> wholePlays_;  // plays too long to be kept flat
+  // The ClsWords of plays_, made as TabSolutions asks for them (a deque: the
+  // words handed out stay where they are while more are made).
+  mutable std::deque<ClsWord> words_;
 
   // The memory of SubLigneMeme: the last tile whose row it treated. Kept for
   // the life of the object, across passes and searches.

@@ -46,6 +46,8 @@ int32_t ClsPlateau::TrouveSolution(std::string& lettres) {
   lngProchain_ = 1;
   plays_.clear();
   plays_.emplace_back();
+  wholePlays_.clear();
+  words_.clear();
   found_.clear();
   found_.reserve(size_t(kSolutionsBound) + 1);  // once: its pages are used as it fills
   found_.push_back(0);
@@ -450,19 +452,23 @@ void MoveSearch::Prove(Candidate& candidate, const LineEntries& entries, int lin
   char blanks[kMaxRack];
   for (int k = 0; k < candidate.blankCount; ++k) blanks[k] = LowerAscii(w[length + k]);
   const std::string_view blankText(blanks, candidate.blankCount);
-  candidate.state = 1;
-  candidate.scored = int32_t(board_.plays_.size());
-  ClsWord& scored = board_.plays_.emplace_back();
   board_.Yield();
+  candidate.state = 1;
   if (leftLength == 0 && scores_.Usable() && start + size <= 15) {
+    candidate.scored = int32_t(board_.plays_.size());
+    FlatPlay& scored = board_.plays_.emplace_back();
     scores_.Score(whole, candidate.blankCount > 0, blankText, line, start, orientation_, scored);
   } else {
+    // SubScoreH's own way, which yields: the play joins the list only once
+    // it is made.
     Expression expression;
     expression.word = whole;
     expression.hasBlank = candidate.blankCount > 0;
     expression.blanks = blankText;
     const std::string position = char(65 + line) + std::to_string(start + 1);
-    scored = board_.ScoreExpression(expression, line, start, orientation_, position);
+    const ClsWord word = board_.ScoreExpression(expression, line, start, orientation_, position);
+    candidate.scored = int32_t(board_.plays_.size());
+    board_.KeepPlay(word, board_.plays_.emplace_back());
   }
 }
 

@@ -214,8 +214,8 @@ constexpr Factors MakeFactors() {
 constexpr Factors kFactors = MakeFactors();
 
 // Writes the position of a play: "H8" across, "8H" down (the turned place).
-void PlaceText(int row, int start, int orientation, std::string& out) {
-  char text[4];
+void PlaceText(int row, int start, int orientation, FlatPlay& out) {
+  char* const text = out.place;
   size_t n = 0;
   const auto number = [&](int value) {
     if (value >= 10) text[n++] = char('0' + value / 10);
@@ -228,7 +228,7 @@ void PlaceText(int row, int start, int orientation, std::string& out) {
     text[n++] = char(65 + row);
     number(start + 1);
   }
-  out.assign(text, n);
+  out.placeLength = uint8_t(n);
 }
 
 }  // namespace
@@ -272,9 +272,10 @@ void PassScores::PrepareRow(int row) {
 }
 
 void PassScores::Score(std::string_view word, bool hasBlank, std::string_view blanks, int row,
-                       int start, int orientation, ClsWord& out) {
+                       int start, int orientation, FlatPlay& out) {
   if (rowStamp_[row] != stamp_) PrepareRow(row);
   const int length = int(word.size());
+  if (length > int(FlatPlay::kExpress)) FatalIndex("FlatPlay", length);
   const char* const line = squares_ + row * 15;
   const int base = row * 15 + start;
 
@@ -307,19 +308,20 @@ void PassScores::Score(std::string_view word, bool hasBlank, std::string_view bl
     const int crossCut = crossed_[k] ? part * kFactors.word[k] : 0;
     return int16_t((sum - part) * factor + cross - crossCut + bonus);
   };
-  const auto laid = [&](std::string& text) {
-    text.assign(word);
-    for (int i = 0; i < length; ++i)
-      if (line[start + i] != '\0') text[size_t(i)] = line[start + i];
+  char* const text = out.express;
+  const auto laid = [&] {
+    for (int i = 0; i < length; ++i) text[i] = line[start + i] != '\0' ? line[start + i] : word[size_t(i)];
+    out.expressLength = uint8_t(length);
   };
 
-  out.Express.clear();
-  out.Place.clear();
+  out.expressLength = 0;
+  out.placeLength = 0;
+  out.whole = -1;
   out.CountP = 0;
   if (!hasBlank) {
     out.CountP = int16_t(sum * factor + cross + bonus);
-    laid(out.Express);
-    PlaceText(row, start, orientation, out.Place);
+    laid();
+    PlaceText(row, start, orientation, out);
     return;
   }
 
@@ -336,9 +338,9 @@ void PassScores::Score(std::string_view word, bool hasBlank, std::string_view bl
       }
     }
     if (best < 0) return;
-    laid(out.Express);
-    out.Express[size_t(best)] = UpperAscii(out.Express[size_t(best)]);
-    PlaceText(row, start, orientation, out.Place);
+    laid();
+    text[best] = UpperAscii(text[best]);
+    PlaceText(row, start, orientation, out);
     return;
   }
 
@@ -372,13 +374,15 @@ void PassScores::Score(std::string_view word, bool hasBlank, std::string_view bl
     }
   }
   if (bestI < 0) return;
-  if (bestBeforeLaying)
-    out.Express.assign(word);
-  else
-    laid(out.Express);
-  out.Express[size_t(bestI)] = UpperAscii(out.Express[size_t(bestI)]);
-  out.Express[size_t(bestJ)] = UpperAscii(out.Express[size_t(bestJ)]);
-  PlaceText(row, start, orientation, out.Place);
+  if (bestBeforeLaying) {
+    word.copy(text, size_t(length));
+    out.expressLength = uint8_t(length);
+  } else {
+    laid();
+  }
+  text[bestI] = UpperAscii(text[bestI]);
+  text[bestJ] = UpperAscii(text[bestJ]);
+  PlaceText(row, start, orientation, out);
 }
 
 }  // namespace ostrane

@@ -39,9 +39,10 @@ class PassScores {
   bool Usable() const { return usable_; }
   // The ClsWord that SubScoreH gives for `word` (lower case, the board's own
   // tiles included), followed when `hasBlank` by a blank and `blanks` in
-  // brackets, laid across from (start, row); the word lies on the board.
+  // brackets, laid across from (start, row), kept flat; the word lies on the
+  // board.
   void Score(std::string_view word, bool hasBlank, std::string_view blanks, int row, int start,
-             int orientation, ClsWord& out);
+             int orientation, FlatPlay& out);
 
  private:
   void PrepareRow(int row);

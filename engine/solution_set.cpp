@@ -8,9 +8,37 @@
 
 namespace ostrane {
 
+bool FlatPlay::Set(std::string_view expressText, std::string_view placeText, int16_t points) {
+  if (expressText.size() > kExpress || placeText.size() > kPlace) return false;
+  expressText.copy(express, expressText.size());
+  placeText.copy(place, placeText.size());
+  expressLength = uint8_t(expressText.size());
+  placeLength = uint8_t(placeText.size());
+  CountP = points;
+  whole = -1;
+  return true;
+}
+
+void ClsPlateau::KeepPlay(const ClsWord& word, FlatPlay& flat) {
+  if (flat.Set(word.Express, word.Place, word.CountP)) return;
+  flat = FlatPlay{};
+  flat.CountP = word.CountP;
+  flat.whole = int32_t(wholePlays_.size());
+  wholePlays_.push_back(word);
+}
+
+ClsWord ClsPlateau::WordOf(const FlatPlay& flat) const {
+  if (flat.whole >= 0) return wholePlays_[size_t(flat.whole)];
+  ClsWord word;
+  word.Express.assign(flat.Express());
+  word.Place.assign(flat.Place());
+  word.CountP = flat.CountP;
+  return word;
+}
+
 void ClsPlateau::StoreSolution(const ClsWord& word, int orientation) {
   if (lngProchain_ > kSolutionsBound) FatalIndex("TabSolutions", lngProchain_);
-  plays_.push_back(word);
+  KeepPlay(word, plays_.emplace_back());
   StoreFound(int32_t(plays_.size()) - 1, orientation);
 }
 
@@ -28,7 +56,8 @@ const ClsWord& ClsPlateau::TabSolutions(int32_t i) const {
   static const ClsWord kNone;
   if (i < 0 || i > kSolutionsBound) FatalIndex("TabSolutions", i);
   if (i >= lngProchain_) return kNone;
-  return plays_[size_t(found_[size_t(i)])];
+  while (words_.size() < plays_.size()) words_.push_back(WordOf(plays_[words_.size()]));
+  return words_[size_t(found_[size_t(i)])];
 }
 
 std::optional<ClsWord> ClsPlateau::SubSortie(int niveau) {
@@ -44,7 +73,7 @@ std::optional<ClsWord> ClsPlateau::SubSortie(int niveau) {
   }
   if (niveau == 5) {
     if (bestIndex == 0) return std::nullopt;
-    return TabSolutions(bestIndex);
+    return WordOf(plays_[size_t(found_[size_t(bestIndex)])]);
   }
 
   // A play near a fraction of the best score, less two. BytSens keeps the
@@ -60,7 +89,7 @@ std::optional<ClsWord> ClsPlateau::SubSortie(int niveau) {
     }
   }
   if (chosen == 0) return std::nullopt;
-  return TabSolutions(chosen);
+  return WordOf(plays_[size_t(found_[size_t(chosen)])]);
 }
 
 }  // namespace ostrane

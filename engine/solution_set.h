@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace ostrane {
 
@@ -17,6 +18,24 @@ struct ClsWord {
 
   bool IsEmpty() const { return Express.empty() && Place.empty() && CountP == 0; }
   friend bool operator==(const ClsWord&, const ClsWord&) = default;
+};
+
+// A play as a search keeps it among its findings: flat, with no allocation;
+// a ClsWord is made of it only when one is asked for. A play too long for it
+// is kept whole by the board, and `whole` gives its index there.
+struct FlatPlay {
+  static constexpr size_t kExpress = 15, kPlace = 3;
+  char express[kExpress];
+  char place[kPlace];
+  uint8_t expressLength = 0;
+  uint8_t placeLength = 0;
+  int16_t CountP = 0;
+  int32_t whole = -1;
+
+  std::string_view Express() const { return {express, expressLength}; }
+  std::string_view Place() const { return {place, placeLength}; }
+  // False (and nothing changed) when the texts are too long.
+  bool Set(std::string_view expressText, std::string_view placeText, int16_t points);
 };
 
 }  // namespace ostrane

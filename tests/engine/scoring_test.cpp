@@ -237,9 +237,14 @@ TEST(PassScoring, GivesWhatSubScoreHGivesOnManyBoardsAndExpressions) {
       const std::string position = char('A' + row) + std::to_string(start + 1);
 
       const ClsWord expected = board.SubScoreH(expression, position, orientation);
+      FlatPlay flat;
+      flat.Set("stale", "X1", 9);
+      scores.Score(word, blankCount > 0, blanks, row, start, orientation, flat);
       ClsWord got;
-      got.Express = "stale";
-      scores.Score(word, blankCount > 0, blanks, row, start, orientation, got);
+      got.Express.assign(flat.Express());
+      got.Place.assign(flat.Place());
+      got.CountP = flat.CountP;
+      ASSERT_EQ(flat.whole, -1);
       ASSERT_EQ(got, expected) << "expression '" << expression << "' at " << position
                                << " orientation " << orientation << " on board " << boardNumber
                                << ": '" << got.Express << "' " << got.Place << " " << got.CountP

@@ -417,6 +417,42 @@ TEST(SolutionSet, FindingsAreCountedWithTheirDuplicates) {
   EXPECT_GT(searchesWithDuplicates, 3);
 }
 
+// The plays read while a search runs (from its yield hook) are those the
+// list holds at its end, and what TabSolutions handed out stays in place.
+TEST(SolutionSet, PlaysReadDuringASearchStayWhatTheyWere) {
+  const MidGame mid = BoardOfTurn(4, 8);
+  EngineContext context;
+  ClsPlateau board(RealLexicon(), context);
+  LoadBoard(board, mid.board);
+  struct Reader {
+    ClsPlateau* board = nullptr;
+    int yields = 0;
+    std::vector<std::pair<int32_t, const ClsWord*>> handed;
+    std::vector<ClsWord> seen;
+    static void Hook(void* c) {
+      auto* r = static_cast<Reader*>(c);
+      const int32_t count = r->board->SolutionCount();
+      if (++r->yields % 97 != 0 || count == 0) return;
+      const ClsWord& play = r->board->TabSolutions(count);
+      r->handed.emplace_back(count, &play);
+      r->seen.push_back(play);
+    }
+  } reader;
+  reader.board = &board;
+  board.SetYield({&Reader::Hook, &reader});
+  std::string rack = "es?ar?t";
+  const int32_t count = board.TrouveSolution(rack);
+  board.SetYield({});
+  ASSERT_GT(reader.handed.size(), 20u);
+  for (size_t k = 0; k < reader.handed.size(); ++k) {
+    const auto [index, address] = reader.handed[k];
+    ASSERT_LE(index, count);
+    EXPECT_FALSE(reader.seen[k].IsEmpty()) << index;
+    EXPECT_EQ(reader.seen[k], board.TabSolutions(index)) << index;
+    EXPECT_EQ(address, &board.TabSolutions(index)) << index;
+  }
+}
+
 TEST(SolutionSet, TheFirstOfTheBestAndPlaysNearAFraction) {
   const MidGame mid = BoardOfTurn(6, 7);
   EngineContext context;
