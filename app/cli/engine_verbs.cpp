@@ -16,6 +16,24 @@
 namespace ostrane::cli {
 namespace {
 
+bool IsAsciiLetter(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
+
+// A word of letters, optionally followed by " (" one or two letters ")" for the
+// letters blanks stand for: anything else would reach the engine's tables.
+bool WellFormedExpression(const std::string& expression) {
+  const size_t blank = expression.find(' ');
+  const std::string word = expression.substr(0, blank);
+  if (word.empty() || word.size() > 15) return false;
+  for (const char c : word)
+    if (!IsAsciiLetter(c)) return false;
+  if (blank == std::string::npos) return true;
+  const std::string rest = expression.substr(blank);
+  if (rest.size() < 3 || rest.size() > 5 || rest.compare(0, 2, " (") != 0 || rest.back() != ')') return false;
+  for (size_t k = 2; k + 1 < rest.size(); ++k)
+    if (!IsAsciiLetter(rest[k])) return false;
+  return true;
+}
+
 BoardSquares ReadBoardFile(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   if (!in) throw UsageError("board '" + path + "': cannot be read");
@@ -136,6 +154,8 @@ int RunScore(const Args& args) {
   if (options.positional.size() != 2) throw UsageError("give an expression and a position");
   const std::string& expression = options.positional[0];
   const std::string& position = options.positional[1];
+  if (!WellFormedExpression(expression))
+    throw UsageError("expression '" + expression + "': letters A-Z, then maybe \" (xy)\" for blanks");
   const BoardSquares squares = ReadBoardFile(options.board);
 
   EngineContext context;
