@@ -64,6 +64,7 @@ bool ClsDico::DictionaryOrg(std::string_view dicoBytes, const Progress& progress
   size_t most = size_t(kFirstFreeNode);
   for (int32_t i = 0; i < nbMots_; ++i) most += lines.Element(i).size();
   nodes_ = AllocateNodes(most);
+  capacity_ = most;
   count_ = size_t(kFirstFreeNode);
   lngLibre_ = kFirstFreeNode - 1;
   for (int i = 1; i <= 26; ++i) nodes_.get()[0].next[i] = i;

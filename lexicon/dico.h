@@ -55,8 +55,11 @@ class ClsDico {
 
   // The highest node number handed out.
   int32_t LngLibre() const { return lngLibre_; }
-  // Highest valid node number (upper bound of the node array).
+  // Highest node number in use (LngLibre(), or 27 for an empty tree).
   int32_t UpperBound() const { return int32_t(count_) - 1; }
+  // Upper bound of the node array: it keeps spare nodes beyond the last one
+  // handed out, which have no children and end no word.
+  int32_t ArrayBound() const { return int32_t(capacity_) - 1; }
   // Words in the list (the upper bound of the split list, whose last element
   // is the empty tail after the last CR LF).
   int32_t NbMotsDico() const { return nbMots_; }
@@ -74,7 +77,7 @@ class ClsDico {
     uint32_t ends;
   };
   bool InRange(int32_t pere, int idx) const noexcept {
-    return pere >= 0 && size_t(pere) < count_ && idx >= 0 && idx < kSlots;
+    return pere >= 0 && size_t(pere) < capacity_ && idx >= 0 && idx < kSlots;
   }
   [[noreturn]] static void IndexError(int32_t pere, int idx);
   void SubAjouteMot(int32_t pere, std::string_view rest, std::string_view word);
@@ -84,7 +87,8 @@ class ClsDico {
   using Release = NodeBlockRelease;
   static std::unique_ptr<Node, Release> AllocateNodes(size_t count);
   std::unique_ptr<Node, Release> nodes_;
-  size_t count_ = 0;
+  size_t count_ = 0;     // nodes handed out, the root and letters included
+  size_t capacity_ = 0;  // nodes the block holds
   int32_t lngLibre_ = 0;
   int32_t nbMots_ = 0;
   int lgMax_ = 0;

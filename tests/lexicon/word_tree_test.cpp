@@ -151,7 +151,10 @@ TEST(WordTree, QueriesOutsideTheTreeAreFatal) {
   test::FatalCatcher catcher;
   EXPECT_THROW(lexicon.Dico.FindNode(0, 27), test::FatalCalled);
   EXPECT_THROW(lexicon.Dico.FindNode(0, -1), test::FatalCalled);  // the blank "?"
-  EXPECT_THROW(lexicon.Dico.IsWordInNode(lexicon.Dico.UpperBound() + 1, 1), test::FatalCalled);
+  // Spare nodes past the last one handed out answer like empty ones.
+  EXPECT_EQ(lexicon.Dico.FindNode(lexicon.Dico.UpperBound() + 1, 1), 0);
+  EXPECT_FALSE(lexicon.Dico.IsWordInNode(lexicon.Dico.ArrayBound(), 1));
+  EXPECT_THROW(lexicon.Dico.IsWordInNode(lexicon.Dico.ArrayBound() + 1, 1), test::FatalCalled);
   EXPECT_THROW(lexicon.Dico.FindNode(-1, 1), test::FatalCalled);
 }
 
