@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <charconv>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <system_error>
 
@@ -370,9 +371,21 @@ bool GameJournal::Exists() const {
 
 // ---------------------------------------------------------------- the start
 
+namespace {
+
+// A count and its noun, in the French way: singular for 0 and 1, plural from 2.
+std::string Counted(const std::string& count, long value, const char* singular, const char* plural) {
+  return count + " " + (value >= -1 && value <= 1 ? singular : plural);
+}
+
+}  // namespace
+
 std::string ResumeQuestion(const SavedGame& game) {
-  return "Une partie n'a pas été terminée : « " + game.NomPartie + " » (" + std::to_string(game.IntNbCoups) +
-         " coups, " + game.LblPtsJoueur + " points)." + std::string(kCrLf) + "Voulez-vous la reprendre ?";
+  const long points = std::strtol(game.LblPtsJoueur.c_str(), nullptr, 10);
+  return "Une partie n'a pas été terminée : « " + game.NomPartie + " » (" +
+         Counted(std::to_string(game.IntNbCoups), game.IntNbCoups, "coup", "coups") + ", " +
+         Counted(game.LblPtsJoueur, points, "point", "points") + ")." + std::string(kCrLf) +
+         "Voulez-vous la reprendre ?";
 }
 
 std::optional<SavedGame> OfferResume(Program& program, GameJournal& journal) {

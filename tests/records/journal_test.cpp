@@ -376,6 +376,24 @@ TEST_F(Journal, TheStartOffersTheGameLeftUnfinished) {
             "Une partie n'a pas été terminée : « Fête à Lyon » (2 coups, 22 points).\r\nVoulez-vous la "
             "reprendre ?");
 
+  // The counts in French: singular for 0 and 1, plural from 2.
+  const struct {
+    int coups;
+    const char* points;
+    const char* said;
+  } counts[] = {
+      {0, "0", "(0 coup, 0 point)"},     {1, "1", "(1 coup, 1 point)"},       {1, "0", "(1 coup, 0 point)"},
+      {0, "7", "(0 coup, 7 points)"},    {2, "1", "(2 coups, 1 point)"},      {2, "2", "(2 coups, 2 points)"},
+      {11, "10", "(11 coups, 10 points)"}, {30, "417", "(30 coups, 417 points)"},
+  };
+  for (const auto& c : counts) {
+    SavedGame game = TwoPlays();
+    game.IntNbCoups = int16_t(c.coups);
+    game.LblPtsJoueur = c.points;
+    EXPECT_EQ(ResumeQuestion(game), std::string("Une partie n'a pas été terminée : « Fête à Lyon » ") + c.said +
+                                        ".\r\nVoulez-vous la reprendre ?");
+  }
+
   // Yes: the game comes back and stays kept until the game goes on.
   boxes_.answers = {Answer::Yes};
   EXPECT_EQ(OfferResume(program_, file), TwoPlays());
