@@ -1,5 +1,8 @@
 #include "records/options.h"
 
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
 #include <fstream>
 #include <sstream>
 #include <vector>
@@ -9,19 +12,46 @@
 namespace ostrane {
 namespace {
 
-// Reads a whole line as an integer, as a number field of the file is read.
-bool ReadNumber(const std::string& line, long& value) {
-  size_t pos = 0;
-  while (pos < line.size() && line[pos] == ' ') ++pos;
-  bool negative = false;
-  if (pos < line.size() && (line[pos] == '-' || line[pos] == '+')) negative = line[pos++] == '-';
-  const size_t digits = pos;
-  long result = 0;
-  while (pos < line.size() && line[pos] >= '0' && line[pos] <= '9' && result < 100000000)
-    result = result * 10 + (line[pos++] - '0');
-  while (pos < line.size() && line[pos] == ' ') ++pos;
-  if (pos == digits || pos != line.size()) return false;
-  value = negative ? -result : result;
+// Reads a whole line as the old numeric input does into a whole-number
+// field: blanks around it, an optional sign, digits with an optional
+// fraction and exponent ("3.5", "-2", "1E3"); an empty line is 0. The value
+// is rounded to the nearest whole number, halves to the even one ("2.5" is
+// 2, "3.5" is 4), and must lie within [lowest, highest]. Text that is no
+// number, and a value out of range, do not read.
+bool ReadNumber(const std::string& line, long lowest, long highest, long& value) {
+  const auto blank = [](char c) { return c == ' ' || c == '\t'; };
+  const auto digit = [](char c) { return c >= '0' && c <= '9'; };
+  size_t begin = 0, end = line.size();
+  while (begin < end && blank(line[begin])) ++begin;
+  while (end > begin && blank(line[end - 1])) --end;
+  if (begin == end) {
+    value = 0;
+    return lowest <= 0 && 0 <= highest;
+  }
+  std::string number;
+  size_t pos = begin;
+  if (line[pos] == '+' || line[pos] == '-') number += line[pos++];
+  size_t digits = 0;
+  while (pos < end && digit(line[pos])) number += line[pos++], ++digits;
+  if (pos < end && line[pos] == '.') {
+    number += line[pos++];
+    while (pos < end && digit(line[pos])) number += line[pos++], ++digits;
+  }
+  if (digits == 0) return false;
+  if (pos < end && (line[pos] == 'E' || line[pos] == 'e' || line[pos] == 'D' || line[pos] == 'd')) {
+    number += 'E';
+    ++pos;
+    if (pos < end && (line[pos] == '+' || line[pos] == '-')) number += line[pos++];
+    size_t exponent = 0;
+    while (pos < end && digit(line[pos])) number += line[pos++], ++exponent;
+    if (exponent == 0) return false;
+  }
+  if (pos != end) return false;
+  const double read = std::strtod(number.c_str(), nullptr);
+  if (!std::isfinite(read)) return false;
+  const double whole = std::nearbyint(read);
+  if (whole < double(lowest) || whole > double(highest)) return false;
+  value = long(whole);
   return true;
 }
 
@@ -63,9 +93,9 @@ bool ReadOptions(const std::filesystem::path& file, Options& options) {
   Options read;
   long number = 0;
   read.OptMessages = lines[0];
-  if (!ReadNumber(lines[1], number)) return false;
+  if (!ReadNumber(lines[1], INT16_MIN, INT16_MAX, number)) return false;
   read.OptLigne2 = int16_t(number);
-  if (!ReadNumber(lines[2], number)) return false;
+  if (!ReadNumber(lines[2], INT32_MIN, INT32_MAX, number)) return false;
   read.OptLigne3 = int32_t(number);
   read.OptSons = lines[3] != "SonNo";
   read.OptDuree = lines[4] != "DureeNo";

@@ -89,6 +89,59 @@ TEST_F(OptionsFile, OddLinesReadByTheirRules) {
   EXPECT_EQ(read.OptResol, 9);
 }
 
+TEST_F(OptionsFile, LinesTwoAndThreeReadAsWholeNumbers) {
+  // Line 2 is a 16-bit number, line 3 a 32-bit one: a fraction is rounded,
+  // halves to the even neighbour; an empty line is 0; a value beyond the
+  // field, or text that is no number, gives every option its default.
+  const auto withLines = [](const std::string& two, const std::string& three) {
+    return "Non\r\n" + two + "\r\n" + three +
+           "\r\nSonNo\r\nDureeYes\r\nImg plateau 3\r\nDef mots 23 0\r\nEncadrement 1\r\nResolutionE 1\r\n";
+  };
+  const struct {
+    const char* two;
+    const char* three;
+    int16_t ligne2;
+    int32_t ligne3;
+  } good[] = {
+      {"3.5", "120", 4, 120},
+      {"2.5", "-2.5", 2, -2},
+      {"4.49", "0.51", 4, 1},
+      {"", "", 0, 0},
+      {"   ", " 77 ", 0, 77},
+      {"-32768", "2147483647", -32768, 2147483647},
+      {"32767", "-2147483648", 32767, int32_t(-2147483647 - 1)},
+      {"32767.4", "1E3", 32767, 1000},
+      {"+5", "12d2", 5, 1200},
+      {".5", "7.", 0, 7},
+  };
+  for (const auto& g : good) {
+    Write(withLines(g.two, g.three));
+    Options read;
+    ASSERT_TRUE(ReadOptions(file_, read)) << g.two << " / " << g.three;
+    EXPECT_EQ(read.OptLigne2, g.ligne2) << g.two;
+    EXPECT_EQ(read.OptLigne3, g.ligne3) << g.three;
+    EXPECT_EQ(read.OptMessages, "Non");  // the rest of the file is read too
+    EXPECT_FALSE(read.OptSons);
+    EXPECT_EQ(read.OptImage, 3);
+  }
+  const struct {
+    const char* two;
+    const char* three;
+  } bad[] = {
+      {"70000", "120"},        {"32768", "120"},      {"-32769", "120"},     {"32767.5", "120"},
+      {"3", "2147483648"},     {"3", "-2147483649"},  {"3", "9E99"},         {"abc", "120"},
+      {"3", "12 a"},           {"3a", "120"},         {"+", "120"},          {".", "120"},
+      {"3", "1E"},             {"1,5", "120"},        {"3", "1E999"},
+  };
+  for (const auto& b : bad) {
+    Write(withLines(b.two, b.three));
+    Options read;
+    read.OptMessages = "Non";
+    EXPECT_FALSE(ReadOptions(file_, read)) << b.two << " / " << b.three;
+    EXPECT_EQ(read, Options{}) << b.two << " / " << b.three;
+  }
+}
+
 TEST_F(OptionsFile, LinesClosedByLineFeedsAloneStillRead) {
   Write("Non\n3\n120\nSonYes\nDureeYes\nImg plateau 3\nDef mots 23 1\nEncadrement 1\nResolutionE 0");
   Options read;
