@@ -123,16 +123,18 @@ std::string BestScoreLine(int score, std::string_view nomPartie, const DateTime&
 }
 
 std::vector<std::string> ReadScoreItems(std::string_view bytes, size_t maxItems) {
+  // Every comma and every line end closes an item, so a blank line is an
+  // empty item. Blanks before an item are skipped. The file's last line end
+  // closes its last item; a comma at the very end leaves one empty item more.
   std::vector<std::string> items;
   size_t pos = 0;
   bool afterComma = false;
   while (items.size() < maxItems) {
-    // Blanks before an item are skipped, and so are line ends unless the
-    // item follows a comma (then it is empty).
-    while (pos < bytes.size() && (bytes[pos] == ' ' || bytes[pos] == '\t' ||
-                                  (!afterComma && (bytes[pos] == '\r' || bytes[pos] == '\n'))))
-      ++pos;
-    if (pos >= bytes.size() && !afterComma) break;
+    while (pos < bytes.size() && (bytes[pos] == ' ' || bytes[pos] == '\t')) ++pos;
+    if (pos >= bytes.size()) {
+      if (afterComma) items.emplace_back();
+      break;
+    }
     size_t end = pos;
     while (end < bytes.size() && bytes[end] != ',' && bytes[end] != '\r' && bytes[end] != '\n') ++end;
     items.emplace_back(bytes.substr(pos, end - pos));
@@ -142,7 +144,6 @@ std::vector<std::string> ReadScoreItems(std::string_view bytes, size_t maxItems)
       ++end;
     }
     pos = end;
-    if (pos >= bytes.size() && !afterComma) break;
   }
   return items;
 }

@@ -35,8 +35,9 @@ inline constexpr int kBestLineWidth = 44;
 std::string BestScoreLine(int score, std::string_view nomPartie, const DateTime& when);
 
 // The items of the file as the best-score step reads them: at most
-// `maxItems`, each ending at a line end or at a comma, leading blanks and
-// empty lines skipped. A comma in a game's name therefore makes two items.
+// `maxItems`, each ending at a line end or at a comma, leading blanks
+// skipped. A blank line is an empty item (its value is 0), and a comma in a
+// game's name makes two items.
 std::vector<std::string> ReadScoreItems(std::string_view bytes, size_t maxItems = 50);
 
 // Whether a score enters the table read as these items: it beats the number

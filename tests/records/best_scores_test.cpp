@@ -102,10 +102,17 @@ TEST(BestScoreLine, FortyFourCharactersInTheirColumns) {
 }
 
 TEST(ScoreItems, SplitAtLineEndsAndCommasUpToFifty) {
+  // A blank line is an empty item; the file's last line end closes the last
+  // item and starts none.
   EXPECT_EQ(ReadScoreItems("12 a\r\n13 b,c\r\n\r\n  14 d\r\n"),
-            (std::vector<std::string>{"12 a", "13 b", "c", "14 d"}));
+            (std::vector<std::string>{"12 a", "13 b", "c", "", "14 d"}));
   EXPECT_TRUE(ReadScoreItems("").empty());
-  EXPECT_TRUE(ReadScoreItems("\r\n\r\n").empty());
+  EXPECT_EQ(ReadScoreItems("\r\n\r\n"), (std::vector<std::string>{"", ""}));
+  EXPECT_EQ(ReadScoreItems("  \r\n7"), (std::vector<std::string>{"", "7"}));
+  EXPECT_EQ(ReadScoreItems("5,\r\n6\n\n"), (std::vector<std::string>{"5", "", "6", ""}));
+  EXPECT_EQ(ReadScoreItems("5,"), (std::vector<std::string>{"5", ""}));
+  EXPECT_EQ(ReadScoreItems("5"), (std::vector<std::string>{"5"}));
+  EXPECT_EQ(ReadScoreItems(std::string(60, '\n')).size(), 50u);
   std::string many;
   for (int i = 0; i < 60; ++i) many += Line(100 + i) + "\r\n";
   const auto items = ReadScoreItems(many);
@@ -215,6 +222,43 @@ TEST_F(BestScores, CommaInANameShiftsTheItems) {
   boxes_.answers = {Answer::No};
   Step("100");
   EXPECT_EQ(boxes_.shown.back().text, Question(100));
+}
+
+TEST_F(BestScores, BlankLinesOfATrimAreItemsWorthZero) {
+  // The table's rewrite leaves a blank line for each rank without an entry:
+  // here two games of 0 among 31 lines leave 29 entries and a blank line.
+  auto lines = Descending(500, 29);
+  lines.push_back(Line(0, "Nulle 1"));
+  lines.push_back(Line(0, "Nulle 2"));
+  WriteFile(kFile, Table(lines));
+  program_.BestNouveau = 1;
+  OpenBest();
+  auto trimmed = SplitCrLf(ReadFile(kFile));
+  ASSERT_EQ(trimmed.size(), 30u);
+  EXPECT_EQ(trimmed.back(), "");
+
+  // The blank line is the 30th item, of value 0: a score of 0 does not beat
+  // it, and the table counts as full.
+  boxes_.shown.clear();
+  EXPECT_FALSE(Step("0").appended);
+  ASSERT_EQ(boxes_.shown.size(), 1u);
+  EXPECT_EQ(boxes_.shown[0].text, kRefusal);
+  // Any score above 0 beats the blank line.
+  boxes_.shown.clear();
+  boxes_.answers = {Answer::No};
+  Step("1");
+  EXPECT_EQ(boxes_.shown.back().text, Question(1));
+
+  // Items after a blank line shift by one: 29 entries, a blank line and one
+  // more entry make 31 items, and the 30 counted first hold the blank one.
+  lines = Descending(500, 29);
+  lines.push_back("");
+  lines.push_back(Line(480, "Derniere"));
+  WriteFile(kFile, Table(lines));
+  EXPECT_EQ(ReadScoreItems(ReadFile(kFile)).size(), 31u);
+  boxes_.shown.clear();
+  EXPECT_FALSE(Step("0").appended);
+  EXPECT_EQ(boxes_.shown.back().text, kRefusal);
 }
 
 TEST_F(BestScores, ReadOnlyFileLosesTheResultButOpensTheTable) {
