@@ -420,35 +420,49 @@ BoiteIDialog::BoiteIDialog(FrmBoiteI& model, QWidget* parent) : ModelDialog(pare
   auto* layout = new QVBoxLayout(this);
   layout->setSpacing(8);
   auto* frame = new QFrame(this);
+  fra_ = frame;
+  frame->setObjectName(QStringLiteral("Fra"));
   frame->setFrameShape(QFrame::Box);
   frame->setStyleSheet(QStringLiteral("QFrame { border: 1px solid #b8a860; background: %1; }"
                                       "QLabel { border: none; }")
                            .arg(QLatin1String(kPaleYellow)));
-  auto* inner = new QVBoxLayout(frame);
-  inner->setContentsMargins(14, 10, 14, 12);
+  // No spacing of its own: the gaps are spacers, so that a step can move the
+  // text by its offsets.
+  inner_ = new QVBoxLayout(frame);
+  inner_->setContentsMargins(14, kFraTopMargin, 14, 12);
+  inner_->setSpacing(0);
   lblInfoBis_ = new QLabel(frame);
   lblInfoBis_->setObjectName(QStringLiteral("LblInfoBis"));
   lblInfoBis_->setFont(Scaled(font(), 1.3, true));
   lblInfoBis_->setStyleSheet(QStringLiteral("color: #1f5c44;"));
-  inner->addWidget(lblInfoBis_);
+  inner_->addWidget(lblInfoBis_);
+  gapAboveInfo_ = new QSpacerItem(0, kInfoGap, QSizePolicy::Minimum, QSizePolicy::Fixed);
+  inner_->addItem(gapAboveInfo_);
   lblInfoHead_ = new QLabel(frame);
+  lblInfoHead_->setObjectName(QStringLiteral("LblInfoHead"));
   lblInfoHead_->setWordWrap(true);
-  inner->addWidget(lblInfoHead_);
+  inner_->addWidget(lblInfoHead_);
   lblInfoTer_ = new QLabel(frame);
   lblInfoTer_->setObjectName(QStringLiteral("LblInfoTer"));
   lblInfoTer_->setAlignment(Qt::AlignCenter);
   lblInfoTer_->setFont(Scaled(font(), 1.6, true));
   lblInfoTer_->setStyleSheet(QStringLiteral("color: #0036b8;"));
-  inner->addWidget(lblInfoTer_);
+  lblInfoTer_->setContentsMargins(0, 4, 0, 4);
+  inner_->addWidget(lblInfoTer_);
   lblInfo_ = new QLabel(frame);
   lblInfo_->setObjectName(QStringLiteral("LblInfo"));
   lblInfo_->setWordWrap(true);
   lblInfo_->setMinimumWidth(400);
-  inner->addWidget(lblInfo_);
+  inner_->addWidget(lblInfo_);
+  belowInfo_ = new QSpacerItem(0, 0, QSizePolicy::Minimum, QSizePolicy::Fixed);
+  inner_->addItem(belowInfo_);
   lblInfoQuar_ = new QLabel(ModelText(FrmBoiteI::kLblInfoQuar), frame);
   lblInfoQuar_->setWordWrap(true);
   lblInfoQuar_->setFont(Scaled(font(), 1.0, true));
-  inner->addWidget(lblInfoQuar_);
+  lblInfoQuar_->setContentsMargins(0, 8, 0, 0);
+  inner_->addWidget(lblInfoQuar_);
+  fraExtra_ = new QSpacerItem(0, 0, QSizePolicy::Minimum, QSizePolicy::Fixed);
+  inner_->addItem(fraExtra_);
   layout->addWidget(frame);
   auto* row = new QHBoxLayout;
   chkInfo_ = new QCheckBox(ModelText(FrmBoiteI::kChkInfo), this);
@@ -488,8 +502,9 @@ void BoiteIDialog::Show() {
   }
   SetText(lblInfo_, text);
   lblInfo_->setAlignment(v.LblInfoCentred ? Qt::AlignCenter : Qt::AlignLeft | Qt::AlignVCenter);
+  // The step's type size, as it stands (8 points in step 1).
   QFont info = font();
-  if (v.LblInfoFontPoints > 0) info.setPointSizeF(std::max<double>(v.LblInfoFontPoints, font().pointSizeF()));
+  if (v.LblInfoFontPoints > 0) info.setPointSizeF(v.LblInfoFontPoints);
   if (lblInfo_->font() != info) lblInfo_->setFont(info);
   if (lblInfoHead_->font() != info) lblInfoHead_->setFont(info);
   SetText(lblInfoTer_, ModelText(v.LblInfoTer));
@@ -497,6 +512,7 @@ void BoiteIDialog::Show() {
   SetVisible(lblInfoQuar_, v.LblInfoQuarVisible);
   SetVisible(chkInfo_, v.ChkInfoVisible);
   SetChecked(chkInfo_, v.ChkInfo);
+  ApplyOffsets();
   if (!placed_) {
     adjustSize();
     JetonsDialog* jetons = JetonsDialog::Current();
@@ -512,6 +528,29 @@ void BoiteIDialog::Show() {
     placed_ = true;
   } else if (isVisible()) {
     adjustSize();
+  }
+}
+
+void BoiteIDialog::ApplyOffsets() {
+  // What the layout can take of the step's placings, in pixels: the text
+  // raised (steps 1 and 10) or set at a top of its own inside the frame
+  // (steps 3 and 4), LblInfo and the frame made taller (step 10).
+  const FrmBoiteI::View& v = model_.view();
+  int gap = kInfoGap - v.LblInfoRaise / kTwipsPerPixel;
+  if (v.LblInfoTop) {
+    // Nothing stands above the text in these steps but the frame's margin.
+    const int above = lblInfoBis_->isVisibleTo(this) ? lblInfoBis_->sizeHint().height() : 0;
+    gap = *v.LblInfoTop / kTwipsPerPixel - kFraTopMargin - above;
+  }
+  gap = std::max(0, gap);
+  const int below = v.LblInfoExtraHeight / kTwipsPerPixel;
+  const int extra = v.FraExtraHeight / kTwipsPerPixel;
+  if (gapAboveInfo_->sizeHint().height() != gap || belowInfo_->sizeHint().height() != below ||
+      fraExtra_->sizeHint().height() != extra) {
+    gapAboveInfo_->changeSize(0, gap, QSizePolicy::Minimum, QSizePolicy::Fixed);
+    belowInfo_->changeSize(0, below, QSizePolicy::Minimum, QSizePolicy::Fixed);
+    fraExtra_->changeSize(0, extra, QSizePolicy::Minimum, QSizePolicy::Fixed);
+    inner_->invalidate();
   }
 }
 

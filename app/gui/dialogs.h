@@ -26,8 +26,10 @@ class QLineEdit;
 class QListWidget;
 class QPlainTextEdit;
 class QPushButton;
+class QSpacerItem;
 class QTextBrowser;
 class QToolButton;
+class QVBoxLayout;
 
 namespace ostrane::gui {
 
@@ -155,6 +157,13 @@ class BoiteIDialog : public ModelDialog {
   QLabel* LblInfoTer() const { return lblInfoTer_; }
   QCheckBox* ChkInfo() const { return chkInfo_; }
   QPushButton* CmdQ() const { return cmdQ_; }
+  QWidget* Fra() const { return fra_; }
+
+  // The frame's own margin above its first line, and the space between the
+  // heading and the text as the box is laid out; the steps move the text
+  // from there by the model's offsets (15 twips a pixel).
+  static constexpr int kFraTopMargin = 10;
+  static constexpr int kInfoGap = 10;
 
  protected:
   bool ModelClosed() const override { return model_.view().unloaded; }
@@ -162,7 +171,14 @@ class BoiteIDialog : public ModelDialog {
   void CloseBox() override { Forward([this] { model_.CmdQ_Click(); }); }
 
  private:
+  void ApplyOffsets();
+
   FrmBoiteI& model_;
+  QWidget* fra_;
+  QVBoxLayout* inner_;
+  QSpacerItem* gapAboveInfo_;   // heading to text, or the frame's top to the text
+  QSpacerItem* belowInfo_;      // the extra height of LblInfo
+  QSpacerItem* fraExtra_;       // the extra height of Fra
   QLabel* lblInfoBis_;
   QLabel* lblInfoHead_;  // the first line of LblInfo, when the word of step 4 stands under it
   QLabel* lblInfo_;

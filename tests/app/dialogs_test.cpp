@@ -103,6 +103,41 @@ class DialogsTest : public QObject {
     QVERIFY(!dialog.isVisible());
   }
 
+  void tourStepsPlaceTheirText() {
+    // The program's type is 9 points; step 1 shows LblInfo in 8 points,
+    // 120 twips (8 pixels) higher up under its heading.
+    World w;
+    const auto open = [&w](int step, auto&& check) {
+      w.program.IntEtapeVisite = int16_t(step);
+      FrmBoiteI box(w.program, "ANOSMIE", "70");
+      box.Form_Load();
+      BoiteIDialog dialog(box, nullptr);
+      dialog.Refresh();
+      dialog.show();
+      QCoreApplication::processEvents();
+      check(dialog);
+    };
+    QCOMPARE(QApplication::font().pointSizeF(), 9.0);
+    open(1, [](BoiteIDialog& d) {
+      QCOMPARE(d.LblInfo()->font().pointSizeF(), 8.0);
+      QCOMPARE(d.LblInfo()->y() - d.LblInfoBis()->geometry().bottom() - 1, BoiteIDialog::kInfoGap - 8);
+    });
+    open(5, [](BoiteIDialog& d) { QCOMPARE(d.LblInfo()->font().pointSizeF(), 9.0); });
+    // Steps 3 and 4 set the text's top inside the frame: 840 and 360 twips.
+    open(3, [](BoiteIDialog& d) { QCOMPARE(d.LblInfo()->y() - d.Fra()->contentsRect().top(), 56); });
+    open(4, [](BoiteIDialog& d) {
+      auto* head = d.findChild<QLabel*>(QStringLiteral("LblInfoHead"));
+      QVERIFY(head && head->isVisible());
+      QCOMPARE(head->text(), QStringLiteral("Le meilleur mot trouvé est:"));
+      QCOMPARE(head->y() - d.Fra()->contentsRect().top(), 24);
+    });
+    // Step 10: raised too, LblInfo 330 twips taller and the frame 300 more.
+    open(10, [](BoiteIDialog& d) {
+      QCOMPARE(d.LblInfo()->y() - d.LblInfoBis()->geometry().bottom() - 1, BoiteIDialog::kInfoGap - 8);
+      QCOMPARE(d.Fra()->contentsRect().bottom() - d.LblInfo()->geometry().bottom(), 22 + 20 + 12);
+    });
+  }
+
   void tourTickSilencesTheTour() {
     World w;
     w.program.IntEtapeVisite = 3;
