@@ -83,6 +83,8 @@ void FrmBoiteI::ChkInfo_Click(bool ticked) {
   if (ticked) program_.options.OptMessages = "Non";
 }
 
+void FrmBoiteI::Form_Unload() { view_.unloaded = true; }
+
 void FrmBoiteI::CmdQ_Click() {
   if (view_.unloaded) return;
   if (program_.IntEtapeVisite != 10) {

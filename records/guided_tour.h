@@ -57,6 +57,9 @@ class FrmBoiteI {
   void ChkInfo_Click(bool ticked);
   // Closes the box; in step 10 the first press shows a second page.
   void CmdQ_Click();
+  // The window closed by its close box: the box goes, whatever it shows;
+  // only CmdQ turns the page of step 10.
+  void Form_Unload();
 
   const View& view() const { return view_; }
 

@@ -168,7 +168,7 @@ class BoiteIDialog : public ModelDialog {
  protected:
   bool ModelClosed() const override { return model_.view().unloaded; }
   void Show() override;
-  void CloseBox() override { Forward([this] { model_.CmdQ_Click(); }); }
+  void CloseBox() override { Forward([this] { model_.Form_Unload(); }); }
 
  private:
   void ApplyOffsets();

@@ -138,6 +138,26 @@ class DialogsTest : public QObject {
     });
   }
 
+  void tourStepTenClosesByItsCloseBox() {
+    // Only CmdQ shows the second page; the window's close box unloads the box.
+    World w;
+    w.program.IntEtapeVisite = 10;
+    FrmBoiteI box(w.program);
+    box.Form_Load();
+    BoiteIDialog dialog(box, nullptr);
+    bool wasOpen = false;
+    QTimer::singleShot(0, [&] {
+      wasOpen = dialog.isVisible();
+      dialog.close();
+    });
+    dialog.RunModal();
+    QVERIFY(wasOpen);
+    QVERIFY(box.view().unloaded);
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(dialog.LblInfoBis()->text(), QStringLiteral("Comment ça marche ?"));
+    QCOMPARE(w.program.IntEtapeVisite, int16_t(10));
+  }
+
   void tourTickSilencesTheTour() {
     World w;
     w.program.IntEtapeVisite = 3;

@@ -315,6 +315,25 @@ TEST_F(TourBox, StepTenHasTwoPages) {
   EXPECT_TRUE(v.unloaded);
 }
 
+TEST_F(TourBox, TheCloseBoxUnloadsStepTenOnEitherPage) {
+  {
+    FrmBoiteI box = Show(10);
+    box.Form_Unload();
+    EXPECT_TRUE(box.view().unloaded);
+    EXPECT_EQ(box.view().LblInfoBis, "Comment ça marche ?      ");  // no second page
+    EXPECT_EQ(program_.IntEtapeVisite, 10);
+    box.CmdQ_Click();  // gone: nothing more happens
+    EXPECT_EQ(box.view().LblInfoBis, "Comment ça marche ?      ");
+  }
+  {
+    FrmBoiteI box = Show(10);
+    box.CmdQ_Click();
+    EXPECT_EQ(box.view().LblInfoBis, "A noter:");
+    box.Form_Unload();
+    EXPECT_TRUE(box.view().unloaded);
+  }
+}
+
 TEST_F(TourBox, OtherStepsCloseAtOnceAndTheTickSilencesTheTour) {
   FrmBoiteI box = Show(3);
   box.ChkInfo_Click(true);
