@@ -1,5 +1,6 @@
 // ostrane-cli autoplay: one whole game through the game-flow models, played
-// as a player plays it through the windows.
+// as a player plays it through the windows: the game's name, the main form,
+// the draws, the plays and the end.
 #include <cstdio>
 #include <ctime>
 #include <deque>
@@ -18,6 +19,7 @@
 #include "records/about.h"
 #include "records/best_scores.h"
 #include "records/final_score.h"
+#include "records/game_name.h"
 #include "records/guided_tour.h"
 #include "records/options.h"
 #include "records/program.h"
@@ -161,9 +163,23 @@ int RunAutoplay(const Args& args) {
   Program program(SharedLexicon(), host);
   program.CheminApp = dir;
   ReadOptions(program.OptionsFile(), program.options);
-  program.NomPartie = "Partie tabli 01";
   program.engine.Random.Seed(seed);
   PlayerForms forms(program, timers, seeded, seed);
+
+  // The road to the game goes through the game's name, as in the windows:
+  // the name offered ("Partie tabli 01") is taken as it is, and the form's
+  // closing puts its options into memory and loads the main form.
+  bool mainFormLoaded = false;
+  {
+    FrmPartie partie(program, [&mainFormLoaded] { mainFormLoaded = true; });
+    partie.Form_Load();
+    timers.Advance(200);  // TimDeb shows the form and offers the name
+    partie.CmdQ_Click();
+  }
+  if (!mainFormLoaded) {
+    std::fprintf(stderr, "ostrane-cli autoplay: the game's name was not taken\n");
+    return 1;
+  }
 
   FrmPlateau form(program, forms);
   form.Randomize = nullptr;  // the seed decides the first play's direction
