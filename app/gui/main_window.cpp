@@ -440,16 +440,19 @@ MainWindow::MainWindow(FrmPlateau& model) : QWidget(nullptr), model_(model), dra
   setWindowTitle(QStringLiteral("Ostrane"));
   setWindowIcon(QIcon(QPixmap::fromImage(view::FaceSet::Shared().Icon())));
   {
-    // Round the client area when the window is larger (maximised).
+    // The ground right of and below the client area when the window is
+    // larger (maximised).
     QPalette pal = palette();
     pal.setColor(QPalette::Window, QColor(206, 190, 156));
     setPalette(pal);
     setAutoFillBackground(true);
   }
+  // The client area keeps its size and its place at the window's top-left
+  // corner: nothing of the form's layout follows a maximise.
   auto* outer = new QGridLayout(this);
   outer->setContentsMargins(0, 0, 0, 0);
   client_ = new ClientArea(this);
-  outer->addWidget(client_, 0, 0, Qt::AlignCenter);
+  outer->addWidget(client_, 0, 0, Qt::AlignLeft | Qt::AlignTop);
   setMinimumSize(kFormWidth, kFormHeight);
   resize(kFormWidth, kFormHeight);
 

@@ -597,10 +597,26 @@ void GameTest::toolsFrameFoldsMovesAndKeepsItsOptions() {
   QCOMPARE(s.app->program().IntJok, int16_t(3));
   QVERIFY(!tools->OptJok(1)->isChecked());
 
+  // Full size: the board keeps its size and its place, 16 and 15 pixels
+  // from the client origin, however large the window grows.
+  const QPoint boardAt = w->Board()->mapTo(w, QPoint(0, 0));
+  QCOMPARE(boardAt, QPoint(layout::kPlateauLeft, layout::kPlateauTop));
   QTest::mouseClick(tools->CmdMax(), Qt::LeftButton);
   QCOMPARE(s.Model().WindowState, 2);
+  QVERIFY(w->windowState() & Qt::WindowMaximized);
+  QCOMPARE(w->Board()->mapTo(w, QPoint(0, 0)), boardAt);
   QTest::mouseClick(tools->CmdMin(), Qt::LeftButton);
   QCOMPARE(s.Model().WindowState, 0);
+  QVERIFY(!(w->windowState() & Qt::WindowMaximized));
+  // The offscreen screen is no larger than the form: a window grown as a
+  // maximise on a real screen grows it.
+  w->resize(1280, 800);
+  QCoreApplication::processEvents();
+  QCOMPARE(w->size(), QSize(1280, 800));
+  QCOMPARE(w->Client()->geometry(), QRect(0, 0, layout::kFormWidth, layout::kFormHeight));
+  QCOMPARE(w->Board()->mapTo(w, QPoint(0, 0)), boardAt);
+  QCOMPARE(w->Board()->size(), QSize(layout::kPlateauWidth, layout::kPlateauHeight));
+  w->resize(layout::kFormWidth, layout::kFormHeight);
   s.pilot.Stop();
 }
 
