@@ -521,6 +521,12 @@ ClsWord FrmPlateau::SubEvalueProposition() {
     list.push_back(Placed{TileColumn(i), TileRow(i), tile.Tag});
   }
   if (list.empty()) return result;
+  // A blank left without a letter ("Nul") puts its whole tag into the word
+  // it stands in, and no word of the lexicon takes it: such a proposal is
+  // never lawful. The board square only keeps a tag's first letter, so the
+  // tag is looked at here.
+  for (const Placed& placed : list)
+    if (placed.letter.size() != 1) return result;
 
   auto occupied = [](const ClsPlateau& on, int x, int y) { return on.Square(x, y) != 0; };
   bool horizontal = true;

@@ -45,6 +45,43 @@ TEST_F(Validation, FirstPlayMustCoverTheCentreWithTwoTilesAtLeast) {
   ExpectRefused();  // misses the centre
 }
 
+TEST_F(Validation, ABlankLeftWithoutALetterMakesNoPlay) {
+  // On a first play: "u" and a blank "Nul" would read as UN with a blank N.
+  Put(0, "u", 7, 7);
+  Put(1, "Nul", 8, 7);
+  ExpectRefused();
+  Put(1, "N", 8, 7);  // the same blank given its N makes the word
+  EXPECT_EQ(Evaluate().Express, "uN");
+
+  // Later: "bo" on the board, the blank after it would read BON.
+  form->PicGamer[0].Tag = form->PicGamer[1].Tag = "";
+  Lay("bo", "H7");
+  Put(0, "Nul", 8, 7);
+  ExpectRefused();
+  // Nor as a tile beside others, nor in a column.
+  Put(1, "s", 9, 7);
+  ExpectRefused();
+  form->PicGamer[1].Tag = "";
+  Put(0, "Nul", 6, 8);
+  Put(1, "e", 6, 9);
+  ExpectRefused();
+
+  // Through the gestures: the blank's box closed without a letter keeps the
+  // tag "Nul" and the face of the N; the score stays 0 and nothing can be
+  // validated.
+  for (Tile& tile : form->PicGamer) tile.Tag = "";
+  PutOnRack(2, "?", 2);
+  forms.onJoc = [](FrmJoc& box) { box.Close(); };
+  DragTile(*drag, 2, layout::SquareLeft(8) + 17, layout::SquareTop(7) + 17);
+  const Tile& blank = form->PicGamer[2];
+  EXPECT_EQ(blank.Tag, "Nul");
+  EXPECT_EQ(blank.left, layout::SquareLeft(8));
+  EXPECT_EQ(blank.face, (TileFace{TileFace::Picture::ImgJok, 13, TileFace::Tint::DarkRed}));
+  EXPECT_EQ(form->LblPts.text, "0");
+  EXPECT_FALSE(form->CmdValider.enabled);
+  EXPECT_EQ(forms.jocShown, 1);
+}
+
 TEST_F(Validation, FirstPlayDownTheCentreColumn) {
   Put(0, "t", 7, 6);
   Put(1, "a", 7, 7);
