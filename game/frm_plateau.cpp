@@ -1130,6 +1130,9 @@ void FrmPlateau::TimCligno_Timer() {
     ImgXY.visible = true;
     TimCligno->SetInterval(0);
   }
+  // With OptCadre at 0 the suggestion is not framed: neither the lines nor
+  // the arrow appear, and the blink changes nothing that shows.
+  if (program_.options.OptCadre == 0) ImgXY.visible = false;
   Changed();
 }
 

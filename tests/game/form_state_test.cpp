@@ -247,6 +247,30 @@ TEST_F(FormState, AGameStartsTheBlinkWhenThereIsASolution) {
   EXPECT_FALSE(f.ImgXY.visible);
 }
 
+TEST_F(FormState, WithoutTheFrameOptionTheArrowNeverShows) {
+  program.options.OptCadre = 0;
+  FrmPlateau& f = Load("AAAABEEEGIILLNNOST?");
+  f.CmdNew_Click();
+  ASSERT_NE(f.LngNbSolutions, 0);
+  EXPECT_FALSE(f.ImgXY.visible || f.LinVx.visible || f.LinVy.visible);
+  std::vector<int> counts;
+  std::vector<bool> seen;
+  for (int i = 0; i < 6; ++i) {
+    fake.timers.Advance(FrmPlateau::kTimCligno);
+    counts.push_back(f.IntCligno);
+    seen.push_back(f.ImgXY.visible || f.LinVx.visible || f.LinVy.visible);
+  }
+  EXPECT_EQ(counts, (std::vector<int>{1, 2, 3, 0, 0, 0}));  // the blink runs its four ticks
+  EXPECT_EQ(seen, std::vector<bool>(6, false));              // and nothing shows
+  // A later turn neither.
+  ASSERT_TRUE(LayProposition());
+  f.CmdValider_Click();
+  for (int i = 0; i < 6; ++i) {
+    fake.timers.Advance(FrmPlateau::kTimCligno);
+    EXPECT_FALSE(f.ImgXY.visible);
+  }
+}
+
 // ------------------------------------------------------- the best play
 
 TEST_F(FormState, TheBestPlayIsShownInTheBoxAndTheSummary) {
