@@ -1249,10 +1249,16 @@ int FrmPlateau::TxtCtrl_KeyPress(int keyAscii) {
 }
 
 void FrmPlateau::TxtCtrl_Change(const std::string& text) {
-  TxtCtrl.text = text;
+  // Only letters get into the box, at most 15 of them: whatever else a paste
+  // or a drop brought is left out, so the word test never meets it.
+  std::string letters;
+  for (const char c : text)
+    if (((c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z')) && letters.size() < kTxtCtrlMaxLength) letters += c;
+  TxtCtrl.text = letters;
   LblA1.text = "";
-  LblN.text = std::to_string(text.size());
-  const bool ready = text.size() >= 2;
+  const size_t length = CharCount(letters);
+  LblN.text = std::to_string(length);
+  const bool ready = length >= 2;
   CmdCtrl.enabled = ready;
   CmdCtrl.isDefault = ready;
 }

@@ -78,6 +78,7 @@ class FrmPlateau {
   static constexpr int kTimChrono = 1000;
   static constexpr int kTimPasseEnDupli = 500;
   static constexpr int kRackBound = 7;  // TabChevalet holds places 0 to 6
+  static constexpr size_t kTxtCtrlMaxLength = 15;
 
   FrmPlateau(Program& program, Forms& forms);
   ~FrmPlateau();
@@ -139,7 +140,8 @@ class FrmPlateau {
   void Plateau1_DragDrop(int x, int y);
 
   // The word check. KeyPress takes the typed character's code and returns
-  // the one to insert, 0 when it is refused; Change gets the box's new text.
+  // the one to insert, 0 when it is refused; Change gets the box's new text
+  // and keeps only its letters A-Z and a-z, at most 15.
   int TxtCtrl_KeyPress(int keyAscii);
   void TxtCtrl_Change(const std::string& text);
   void TxtCtrl_GotFocus();

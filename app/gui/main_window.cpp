@@ -15,6 +15,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QRegularExpressionValidator>
 #include <QRubberBand>
 #include <QScrollBar>
 #include <QStyle>
@@ -587,7 +588,11 @@ void MainWindow::BuildWordCheck() {
   txtCtrl_ = new QLineEdit(client_);
   txtCtrl_->setObjectName(QStringLiteral("TxtCtrl"));
   txtCtrl_->setGeometry(kPlateauLeft + 96, kCheckTop, 124, 22);
-  txtCtrl_->setMaxLength(15);
+  txtCtrl_->setMaxLength(int(FrmPlateau::kTxtCtrlMaxLength));
+  // Only letters get in, also by a paste or a drop: what would bring
+  // anything else is refused whole.
+  txtCtrl_->setValidator(
+      new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[A-Za-z]*")), txtCtrl_));
   txtCtrl_->installEventFilter(this);
   lblN_ = MakeLabel(client_, QRect(kPlateauLeft + 220, kCheckTop, 20, 22), Sized(base, 8), Qt::AlignCenter, "LblN");
   cmdCtrl_ = MakeButton(client_, QRect(kPlateauLeft + 240, kCheckTop, 62, 22), QStringLiteral("Vérifier"), "CmdCtrl");

@@ -4,6 +4,8 @@
 // validation clicked, the modal boxes answered, the end of the game and the
 // table of the best scores. Time moves only when the test moves it.
 #include <QCheckBox>
+#include <QClipboard>
+#include <QMimeData>
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
@@ -650,6 +652,39 @@ void GameTest::wordCheckUnderTheBoard() {
   box->clear();
   QTest::keyClicks(box, QStringLiteral("abcdefghijklmnopq"));
   QCOMPARE(box->text().size(), 15);  // the sixteenth key is refused
+
+  // A paste or a drop that brings anything but letters is refused whole;
+  // one of letters only gets in, and the count is one a letter.
+  box->clear();
+  QTest::keyClicks(box, QStringLiteral("ete"));
+  QGuiApplication::clipboard()->setText(QStringLiteral("l'été"));
+  QTest::keyClick(box, Qt::Key_V, Qt::ControlModifier);
+  QCOMPARE(box->text(), QStringLiteral("ete"));
+  box->paste();
+  QCOMPARE(box->text(), QStringLiteral("ete"));
+  QGuiApplication::clipboard()->setText(QStringLiteral("a1"));
+  box->paste();
+  QCOMPARE(box->text(), QStringLiteral("ete"));
+  const auto drop = [box](const QString& text) {
+    QMimeData data;
+    data.setText(text);
+    QDropEvent event(QPointF(box->width() - 4, box->height() / 2), Qt::CopyAction, &data, Qt::LeftButton,
+                     Qt::NoModifier);
+    static_cast<QObject*>(box)->event(&event);  // as the drag manager hands it over
+  };
+  drop(QStringLiteral("é t"));
+  QCOMPARE(box->text(), QStringLiteral("ete"));
+  QCOMPARE(ModelText(s.Model().TxtCtrl.text), QStringLiteral("ete"));
+  QGuiApplication::clipboard()->setText(QStringLiteral("s"));
+  box->end(false);
+  QTest::keyClick(box, Qt::Key_V, Qt::ControlModifier);
+  QCOMPARE(box->text(), QStringLiteral("etes"));
+  drop(QStringLiteral("xy"));
+  QCOMPARE(box->text().size(), 6);
+  QCOMPARE(ModelText(s.Model().TxtCtrl.text), box->text());
+  QCOMPARE(w->findChild<QLabel*>(QStringLiteral("LblN"))->text(), QStringLiteral("6"));
+  QTest::mouseClick(w->CmdCtrl(), Qt::LeftButton);  // a check, never a fatal end
+  QVERIFY(w->LblA1()->text().startsWith(QStringLiteral("Le mot ")));
 
   // The tick box turns the definitions off.
   QTest::mouseClick(w->ImgA(), Qt::LeftButton);

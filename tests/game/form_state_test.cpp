@@ -440,6 +440,38 @@ TEST_F(WordCheck, OnlyLettersAndAtMostFifteen) {
   EXPECT_EQ(form->LblA1.text, "");
 }
 
+TEST_F(WordCheck, APasteKeepsOnlyTheLetters) {
+  // Whatever a paste or a drop brings, only the letters A to Z stay, and the
+  // count is one a letter.
+  form->TxtCtrl_Change("l'\xC3\xA9t\xC3\xA9");  // "l'été"
+  EXPECT_EQ(form->TxtCtrl.text, "lt");
+  EXPECT_EQ(form->LblN.text, "2");
+  EXPECT_TRUE(form->CmdCtrl.enabled);
+  form->CmdCtrl_Click();  // no fatal end: the word test sees letters only
+  EXPECT_EQ(form->LblA1.text, "Le mot LT n'existe pas.");
+  form->TxtCtrl_Change("a1");
+  EXPECT_EQ(form->TxtCtrl.text, "a");
+  EXPECT_EQ(form->LblN.text, "1");
+  EXPECT_FALSE(form->CmdCtrl.enabled);
+  form->TxtCtrl_Change("\xC3\xA9t\xC3\xA9");
+  EXPECT_EQ(form->TxtCtrl.text, "t");
+  form->TxtCtrl_Change("ai-me 2 ?\t\r\n[z]");
+  EXPECT_EQ(form->TxtCtrl.text, "aimez");
+  form->CmdCtrl_Click();
+  EXPECT_EQ(form->LblA1.text, "Le mot AIMEZ existe.");
+  form->TxtCtrl_Change("anticonstitutionnellement");
+  EXPECT_EQ(form->TxtCtrl.text, "anticonstitutio");
+  EXPECT_EQ(form->LblN.text, "15");
+  // Every byte the box could be handed: the check never ends the program.
+  std::string all;
+  for (int c = 1; c < 256; ++c) all += char(c);
+  for (size_t at = 0; at < all.size(); at += 7) {
+    form->TxtCtrl_Change(all.substr(at, 12));
+    for (const char c : form->TxtCtrl.text) EXPECT_TRUE(std::isalpha(static_cast<unsigned char>(c))) << int(c);
+    form->CmdCtrl_Click();
+  }
+}
+
 TEST_F(WordCheck, AnswersInCapitalsWithTheirColours) {
   Type("maison");
   form->CmdCtrl_Click();
