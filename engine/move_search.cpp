@@ -261,6 +261,45 @@ std::shared_ptr<const WordTreeIndex> WordTreeIndex::Build(const ClsDico& dico) {
   }
   // Not the numbering this relies on: no pruning by length at all.
   if (!ordered) std::fill(index->reach.begin(), index->reach.end(), uint8_t(254));
+
+  // The packed tree. A parent is always numbered before its children, so
+  // one pass in the order of the tree's own numbers (reading its nodes one
+  // after the other) gives each node, already numbered by its parent, the
+  // numbers of its children side by side. A node met twice (the tree would
+  // not be one), or numbers out of that order, leave no packed tree.
+  std::vector<Packed>& packed = index->packed;
+  std::vector<int32_t>& original = index->original;
+  std::vector<int32_t> number(nodes, -1);
+  packed.reserve(nodes);
+  original.reserve(nodes);
+  packed.emplace_back();
+  original.push_back(0);
+  number[0] = 0;
+  bool tree = ordered;
+  for (size_t n = 0; n < nodes && tree; ++n) {
+    const int32_t k = number[n];
+    if (k < 0) continue;  // not reached from the root
+    Packed p;
+    p.children = index->childMask[n];
+    p.ends = dico.EndMask(int32_t(n)) >> 1;
+    p.reach = index->reach[n];
+    p.first = int32_t(packed.size());
+    for (uint32_t left = p.children; left != 0; left &= left - 1) {
+      const int32_t child = dico.Child(int32_t(n), 1 + __builtin_ctz(left));
+      if (number[size_t(child)] >= 0) {
+        tree = false;
+        break;
+      }
+      number[size_t(child)] = int32_t(packed.size());
+      packed.emplace_back();
+      original.push_back(child);
+    }
+    packed[size_t(k)] = p;
+  }
+  if (!tree) {
+    packed.clear();
+    original.clear();
+  }
   return index;
 }
 
@@ -347,10 +386,23 @@ bool MoveSearch::IsWordAsGiven(std::string& word) const {
 // The word test of the proof for the word and the tiles after it: as
 // IsWordAsGiven on the joined text, the tree walk going on from the node the
 // pattern search reached after the word.
-bool MoveSearch::GoesOnToAWord(int32_t after, int wordLength, std::string_view joined) const {
+bool MoveSearch::GoesOnToAWord(int32_t after, bool packed, int wordLength,
+                               std::string_view joined) const {
   const size_t length = joined.size();
   if (length >= 10 && length <= 15) return board_.lexicon_.LongWords(length).Contains(joined);
   if (length > 15) return false;
+  if (packed) {
+    bool letters = true;
+    for (size_t k = size_t(wordLength); k < length; ++k) letters &= IsLetter(UpperAscii(joined[k]));
+    if (!letters) return GoesOnToAWord(tree_->original[size_t(after)], false, wordLength, joined);
+    int32_t node = after;
+    for (size_t k = size_t(wordLength); k + 1 < length; ++k) {
+      node = tree_->PackedChild(node, UpperAscii(joined[k]) - 'A');
+      if (node == 0) return false;
+    }
+    const int last = UpperAscii(joined.back()) - 'A';
+    return tree_->PackedChild(node, last) != 0 && ((tree_->packed[size_t(node)].ends >> last) & 1u);
+  }
   int32_t node = after;
   for (size_t k = size_t(wordLength); k + 1 < length; ++k) {
     node = dico_.FindNode(node, LetterCode(UpperAscii(joined[k])));
@@ -442,7 +494,7 @@ void MoveSearch::Prove(Candidate& candidate, const LineEntries& entries, int lin
       candidate.state = -1;
       return;
     }
-  } else if (size > length && !GoesOnToAWord(candidate.node, length, whole)) {
+  } else if (size > length && !GoesOnToAWord(candidate.node, candidate.packed, length, whole)) {
     // Alone, the word is one that the walk found ending in the tree.
     candidate.state = -1;
     return;
@@ -502,10 +554,12 @@ MoveSearch::Range MoveSearch::Generate(const LineEntries& entries, int line, int
   wordLength_ = 0;
   blankCount_ = 0;
   nodeCount_ = 0;
-  bool quick = rackOfLetters_ && !plainWalkForced_;
+  bool quick = rackOfLetters_ && !plainWalkForced_ && tree_->HasPacked();
   for (int k = 1; k <= maskLength && quick; ++k)
     if (mask_[k] != '*' && !IsLetter(mask_[k])) quick = false;
+  packedNodes_ = quick;
   if (quick) {
+    packed_ = tree_->packed.data();
     Walk(0, rackLength_, 0);
   } else {
     int32_t node = 0;
@@ -520,6 +574,7 @@ MoveSearch::Range MoveSearch::Generate(const LineEntries& entries, int line, int
 void MoveSearch::Store(int32_t after) {
   Candidate candidate;
   candidate.node = after;
+  candidate.packed = packedNodes_;
   candidate.text = uint32_t(textSize_);
   candidate.wordLength = uint8_t(wordLength_);
   candidate.blankCount = uint8_t(blankCount_);
@@ -637,15 +692,15 @@ void MoveSearch::Walk(uint32_t used, int count, int32_t node) {
     const uint32_t left = wholeRack_ & ~used;
     const bool blankFirst = rack_[__builtin_ctz(left)] == '?';
     if (blankFirst) blanks_[blankCount_++] = 'A';
-    int pos = wordLength_;
-    open = WalkFixed(node, pos);
+    open = WalkFixedPacked(node);
     if (blankFirst) --blankCount_;
   }
   if (open) {
     const int cell = wordLength_ + 1;
+    const WordTreeIndex::Packed& here = packed_[node];
     uint32_t useful = 0;
-    if (wordLength_ + 1 >= minLen_) useful |= dico_.EndMask(node) >> 1;
-    if (cell < maskLength_) useful |= ChildMask(node);
+    if (wordLength_ + 1 >= minLen_) useful |= here.ends;
+    if (cell < maskLength_) useful |= here.children;
     useful &= allowed_[cell];
     if (useful != 0) LayEach(used, count, node, useful);
   }
@@ -738,21 +793,24 @@ const MoveSearch::RackLeft& MoveSearch::RackLeftAfter(uint32_t used) {
 inline void MoveSearch::Lay(char letter, uint32_t used, int count, int32_t node, int cell) {
   ++stats_.steps;
   word_[wordLength_++] = letter;
-  const int x = letter - 'A' + 1;
-  const int32_t child = dico_.Child(node, x);
-  if (dico_.Ends(node, x) && wordLength_ >= minLen_) Store(child);
+  const WordTreeIndex::Packed& here = packed_[node];
+  const uint32_t bit = Bit(letter);
+  const int32_t child =
+      (here.children & bit) ? here.first + WordTreeIndex::BitsSet(here.children & (bit - 1)) : 0;
+  if ((here.ends & bit) && wordLength_ >= minLen_) Store(child);
   // Below a node that cannot reach the least length nothing is kept.
-  if (cell < maskLength_ && child != 0 && wordLength_ + tree_->reach[size_t(child)] >= minLen_) {
-    const char next = mask_[cell + 1];
+  if (cell < maskLength_ && child != 0 && wordLength_ + int(packed_[child].reach) >= minLen_) {
+    const WordTreeIndex::Packed& next = packed_[child];
+    const char nextCell = mask_[cell + 1];
     if (count == 0) {
       Walk(used, count, child);
-    } else if (next != '*') {
+    } else if (nextCell != '*') {
       // A fixed letter next: the walk goes on only through it.
-      if (ChildMask(child) & Bit(next)) Walk(used, count, child);
+      if (next.children & Bit(nextCell)) Walk(used, count, child);
     } else {
       uint32_t useful = 0;
-      if (wordLength_ + 1 >= minLen_) useful |= dico_.EndMask(child) >> 1;
-      if (cell + 1 < maskLength_) useful |= ChildMask(child);
+      if (wordLength_ + 1 >= minLen_) useful |= next.ends;
+      if (cell + 1 < maskLength_) useful |= next.children;
       useful &= allowed_[cell + 1];
       if (useful != 0) {
         if (rackLength_ <= kStatesRack) {
@@ -765,6 +823,26 @@ inline void MoveSearch::Lay(char letter, uint32_t used, int count, int32_t node,
     }
   }
   --wordLength_;
+}
+
+// WalkFixed on the packed tree: the fixed letters in front of the next free
+// cell, each word they end kept; false when the way ends or the mask does.
+bool MoveSearch::WalkFixedPacked(int32_t& node) {
+  int pos = wordLength_ + 1;
+  while (mask_[pos] != '*') {
+    const char fixed = mask_[pos];
+    const WordTreeIndex::Packed& here = packed_[node];
+    const uint32_t bit = Bit(fixed);
+    if (!(here.children & bit)) return false;
+    const int32_t child = here.first + WordTreeIndex::BitsSet(here.children & (bit - 1));
+    word_[wordLength_++] = fixed;
+    ++pos;
+    if ((here.ends & bit) && wordLength_ >= minLen_) Store(child);
+    Push(node);
+    node = child;
+    if (wordLength_ == maskLength_) return false;
+  }
+  return true;
 }
 
 bool MoveSearch::WalkFixed(int32_t& node, int& pos) {

@@ -10,6 +10,7 @@
 
 #include "engine/board.h"
 #include "engine/move_search.h"
+#include "lexicon/dico.h"
 #include "lexicon/lexicon.h"
 #include "tests/engine/engine_test_support.h"
 #include "tests/engine/reference_engine.h"
@@ -166,6 +167,45 @@ TEST(EngineEquivalence, ManyOpeningsAndEarlyBoards) {
     if (HasFailure()) return;
   }
   EXPECT_GT(searches, 150);
+}
+
+// The packed tree is the word tree renumbered: every node of it stands for
+// one node of the tree, with the same children (side by side, in letter
+// order), the same word ends and the same reach; every node the root leads
+// to is there once.
+TEST(QuickWalk, ThePackedTreeIsTheWordTreeRenumbered) {
+  const ClsDico& dico = RealLexicon().Dico;
+  const auto index = WordTreeIndex::Build(dico);
+  ASSERT_TRUE(index->HasPacked());
+  ASSERT_EQ(index->packed.size(), index->original.size());
+  std::vector<int32_t> packedOf(size_t(dico.UpperBound()) + 1, -1);
+  for (size_t k = 0; k < index->original.size(); ++k) {
+    ASSERT_EQ(packedOf[size_t(index->original[k])], -1) << "node met twice";
+    packedOf[size_t(index->original[k])] = int32_t(k);
+  }
+  EXPECT_EQ(index->original[0], 0);
+  int64_t edges = 0;
+  for (size_t k = 0; k < index->packed.size(); ++k) {
+    const int32_t n = index->original[k];
+    const WordTreeIndex::Packed& p = index->packed[k];
+    ASSERT_EQ(p.ends, dico.EndMask(n) >> 1) << k;
+    ASSERT_EQ(p.reach, index->reach[size_t(n)]) << k;
+    int32_t expectedNext = p.first;
+    for (int letter = 0; letter < 26; ++letter) {
+      const int32_t child = dico.Child(n, letter + 1);
+      const int32_t packedChild = index->PackedChild(int32_t(k), letter);
+      if (child == 0) {
+        ASSERT_EQ(packedChild, 0) << k;
+        continue;
+      }
+      ++edges;
+      ASSERT_EQ(packedChild, expectedNext++) << k << " " << char('A' + letter);
+      ASSERT_EQ(index->original[size_t(packedChild)], child) << k;
+    }
+  }
+  EXPECT_EQ(edges + 1, int64_t(index->packed.size()));  // a tree: one parent each
+  EXPECT_GT(index->packed.size(), 100000u);
+  for (uint32_t x : {0u, 1u, 0x3FFFFFFu, 0x2AAAAAAu, 0x80000001u}) EXPECT_EQ(WordTreeIndex::BitsSet(x), __builtin_popcount(x));
 }
 
 // The quick walk of the pattern search against the plain one, a letter-by-
