@@ -270,6 +270,7 @@ FrmPlateau::Unload FrmPlateau::Form_Unload() {
 
 void FrmPlateau::CmdNew_Click() {
   CmdNew.enabled = false;
+  if (IntNbCoups > 1) SetFocus(Focus::Foc);
   LblIndic.text = "";
   CmdGame.visible = false;
   CmdArret.visible = true;
@@ -297,6 +298,7 @@ void FrmPlateau::CmdNew_Click() {
   SubActiveChevalet();
   CmdSolution_Click();
   enabled = true;
+  if (IntNbCoups > 1) SetFocus(Focus::Foc);
   if (program_.options.OptMessages == "Oui" && program_.BytVisite == 3) {
     program_.IntEtapeVisite = 4;
     ShowBoiteI();
@@ -372,6 +374,7 @@ void FrmPlateau::SubTirage() {
 }
 
 void FrmPlateau::CmdSolution_Click() {
+  SetFocus(Focus::TxtHisto);
   PicDef.visible = false;
   enabled = false;
   if (!ObjPlateau) return;
@@ -630,6 +633,7 @@ ClsWord FrmPlateau::SubEvalueProposition() {
 }
 
 void FrmPlateau::CmdValider_Click() {
+  SetFocus(Focus::Foc);
   enabled = false;
   PicDef.visible = false;
   LblIndic.text = "";
@@ -706,7 +710,9 @@ void FrmPlateau::DrawAndGoOn() {
   } else {
     SubActiveChevalet();
     enabled = true;
+    SetFocus(Focus::TxtHisto);  // its last line brought into view
     ++TxtHistoScroll;
+    SetFocus(Focus::Foc);
     CmdSolution_Click();
   }
   if (LngNbSolutions != 0) StartBlink();
@@ -728,6 +734,7 @@ void FrmPlateau::SubAjoutHisto(const ClsWord& word) {
 }
 
 void FrmPlateau::CmdRanger_Click() {
+  SetFocus(Focus::Foc);
   PicDef.visible = false;
   for (int i = 0; i < 7; ++i) {
     Tile& tile = PicGamer[size_t(i)];
@@ -820,7 +827,9 @@ void FrmPlateau::SunFindePartie() {
   CmdArret.tip = texts::kNouvelleTip;
   LblIndic.foreColor = Color::ButtonText();
   enabled = true;
+  SetFocus(Focus::TxtHisto);  // its last line brought into view
   ++TxtHistoScroll;
+  SetFocus(Focus::Foc);
 }
 
 void FrmPlateau::TimFrmFin_Timer() {
@@ -856,6 +865,7 @@ void FrmPlateau::CmdArret_Click() {
 
 void FrmPlateau::ArretPartie() {
   RemoveJournal();
+  SetFocus(Focus::Foc);
   if (CmdArret.caption != texts::kNouvelle) {
     BlnAbandon = -1;
     if (program_.BlnSacVide == 0 && IntNbCoups >= 2) {
@@ -903,6 +913,7 @@ void FrmPlateau::CmdArretBis_Click() {
   }
   MousePointer = Pointer::Default;
   enabled = true;
+  SetFocus(Focus::Foc);
   if (BlnAbandon == -1) {
     LblIndic.text = "Pour commencer une nouvelle" + kCrLfText + "partie, cliquez sur le bouton" + kCrLfText +
                     "''Nouvelle partie''";
@@ -913,6 +924,7 @@ void FrmPlateau::CmdArretBis_Click() {
   LinVy.visible = false;
   ImgXY.visible = false;
   IntCligno = 9;
+  SetFocus(Focus::Foc);
 }
 
 // ===================================================== the game kept on disk
@@ -1183,6 +1195,7 @@ void FrmPlateau::SubJoueSon(int index) {
 }
 
 void FrmPlateau::CmdMeilleur_Click() {
+  SetFocus(Focus::Foc);
   PicDef.visible = false;
   program_.BestNouveau = 0;
   enabled = false;
@@ -1191,7 +1204,10 @@ void FrmPlateau::CmdMeilleur_Click() {
   forms_.Show(best);
 }
 
-FrmPlateau::Unload FrmPlateau::CmdQuitte_Click() { return Form_Unload(); }
+FrmPlateau::Unload FrmPlateau::CmdQuitte_Click() {
+  SetFocus(Focus::Foc);
+  return Form_Unload();
+}
 
 void FrmPlateau::CmdAide_Click() { program_.host.shell.Open("z_a_aide.htm"); }
 
@@ -1218,6 +1234,7 @@ void FrmPlateau::OptJok_Click(int index) {
 }
 
 void FrmPlateau::CmdCacher_Click() {
+  SetFocus(Focus::Foc);
   if (BlnOutilsPlies != 0) {
     BlnOutilsPlies = 0;
     FraTools.top = layout::kFraToolsTop;
@@ -1278,6 +1295,14 @@ void FrmPlateau::TxtCtrl_LostFocus() {
   LblA1.text = texts::kEntrezUnMot;
   PicDef.visible = false;
   CmdCtrl.isDefault = false;
+}
+
+void FrmPlateau::SetFocus(Focus control) {
+  if (control == ActiveControl) return;
+  const Focus leaving = ActiveControl;
+  ActiveControl = control;
+  if (leaving == Focus::TxtCtrl) TxtCtrl_LostFocus();
+  if (control == Focus::TxtCtrl) TxtCtrl_GotFocus();
 }
 
 void FrmPlateau::CmdCtrl_MouseDown() {

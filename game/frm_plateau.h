@@ -69,6 +69,10 @@ class FrmPlateau {
   enum class Arrow { ImgClassicHor, ImgClassicVer };
   // The picture of CmdSon.
   enum class SonPicture { ImgHP1, ImgHP2 };
+  // Which control has the focus, as far as the form's rules look at it: the
+  // word box TxtCtrl, the history TxtHisto, the hidden sink Foc, or any
+  // other control.
+  enum class Focus { Other, TxtCtrl, TxtHisto, Foc };
 
   static constexpr int kTimDeb = 100;
   static constexpr int kTimerEpie = 51000;
@@ -146,6 +150,11 @@ class FrmPlateau {
   void TxtCtrl_Change(const std::string& text);
   void TxtCtrl_GotFocus();
   void TxtCtrl_LostFocus();
+  // Moves the focus to `control`: the word box's LostFocus runs when it loses
+  // it, its GotFocus when it takes it. The commands that send the focus to
+  // Foc or TxtHisto come through here, and so does the window when the
+  // player moves the focus into or out of the word box.
+  void SetFocus(Focus control);
   void CmdCtrl_MouseDown();
   void CmdCtrl_Click();
   void ImgA_Click();
@@ -201,6 +210,7 @@ class FrmPlateau {
   Pointer MousePointer = Pointer::Default;
   int WindowState = 0;            // 0 normal, 2 maximised
   int TxtHistoScroll = 0;         // moves when TxtHisto is to show its last line
+  Focus ActiveControl = Focus::Other;  // the window gives the focus to that control
   bool ended = false;             // the program has ended from a modal form
   bool ChercheWebOpened = false;  // what the platform answered to the last CmdChercheWeb
 

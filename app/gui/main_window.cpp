@@ -471,6 +471,13 @@ MainWindow::MainWindow(FrmPlateau& model) : QWidget(nullptr), model_(model), dra
   blocker_->setGeometry(client_->rect());
   blocker_->hide();
 
+  // Foc: where the commands send the focus, out of the word box. It shows
+  // nothing and Tab never lands on it.
+  foc_ = new QWidget(client_);
+  foc_->setObjectName(QStringLiteral("Foc"));
+  foc_->setGeometry(0, 0, 0, 0);
+  foc_->setFocusPolicy(Qt::NoFocus);
+
   model_.changed = [this] { Refresh(); };
   Refresh();
 }
@@ -684,6 +691,26 @@ void MainWindow::ApplyWindowState() {
     showNormal();
 }
 
+void MainWindow::ApplyFocus() {
+  // The window follows the model when a command moves the focus; the
+  // player's own moves reach the model through the word box's focus events.
+  if (model_.ActiveControl == appliedFocus_) return;
+  appliedFocus_ = model_.ActiveControl;
+  switch (appliedFocus_) {
+    case FrmPlateau::Focus::Foc:
+      foc_->setFocus(Qt::OtherFocusReason);
+      break;
+    case FrmPlateau::Focus::TxtHisto:
+      txtHisto_->setFocus(Qt::OtherFocusReason);
+      break;
+    case FrmPlateau::Focus::TxtCtrl:
+      if (!txtCtrl_->hasFocus()) txtCtrl_->setFocus(Qt::OtherFocusReason);
+      break;
+    case FrmPlateau::Focus::Other:
+      break;
+  }
+}
+
 void MainWindow::Refresh() {
   FrmPlateau& m = model_;
   const QString title = ModelText(m.caption);
@@ -692,6 +719,7 @@ void MainWindow::Refresh() {
   if (!m.enabled) blocker_->raise();
   SetPointer(this, m.MousePointer);
   ApplyWindowState();
+  ApplyFocus();
 
   board_->Refresh();
 
@@ -821,9 +849,15 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
         return answer == 0;  // refused: the box never sees the key
       }
     } else if (event->type() == QEvent::FocusIn) {
-      Forward([this] { model_.TxtCtrl_GotFocus(); });
+      if (model_.ActiveControl != FrmPlateau::Focus::TxtCtrl)
+        Forward([this] { model_.SetFocus(FrmPlateau::Focus::TxtCtrl); });
     } else if (event->type() == QEvent::FocusOut) {
-      Forward([this] { model_.TxtCtrl_LostFocus(); });
+      // Another window or a box coming over this one leaves the focus where
+      // it is: the box has it back when the window is active again.
+      const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+      if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
+          model_.ActiveControl == FrmPlateau::Focus::TxtCtrl)
+        Forward([this] { model_.SetFocus(FrmPlateau::Focus::Other); });
     }
   } else if (watched == imgA_ && event->type() == QEvent::MouseButtonPress) {
     Forward([this] { model_.ImgA_Click(); });

@@ -146,6 +146,8 @@ class MainWindow : public QWidget, public Refreshable {
   QPushButton* CmdCtrl() const { return cmdCtrl_; }
   QLineEdit* TxtCtrl() const { return txtCtrl_; }
   QPlainTextEdit* TxtHisto() const { return txtHisto_; }
+  // The hidden focus sink Foc: an empty widget that takes the focus.
+  QWidget* Foc() const { return foc_; }
   QLabel* LblPtsJoueur() const { return lblPtsJoueur_; }
   QLabel* LblNomP() const { return lblNomP_; }
   QLabel* LblPts() const { return lblPts_; }
@@ -175,6 +177,7 @@ class MainWindow : public QWidget, public Refreshable {
   void BuildWordCheck();
   void BuildPanels();
   void ApplyWindowState();
+  void ApplyFocus();
 
   FrmPlateau& model_;
   TileDrag drag_;
@@ -184,6 +187,7 @@ class MainWindow : public QWidget, public Refreshable {
   std::array<TileWidget*, 7> tiles_{};
   ToolsFrame* tools_;
   QWidget* blocker_;
+  QWidget* foc_;
 
   QLabel *lblNomP_, *lblVer_, *lblPtsJoueur_, *lblTirage_, *lblDuree_;
   QPlainTextEdit* txtHisto_;
@@ -203,6 +207,7 @@ class MainWindow : public QWidget, public Refreshable {
 
   bool opened_ = false;
   int appliedWindowState_ = 0;
+  FrmPlateau::Focus appliedFocus_ = FrmPlateau::Focus::Other;
   int historyScroll_ = 0;
   FrmPlateau::SonPicture sonPicture_ = FrmPlateau::SonPicture::ImgHP2;
   bool sonShown_ = false;

@@ -686,6 +686,36 @@ void GameTest::wordCheckUnderTheBoard() {
   QTest::mouseClick(w->CmdCtrl(), Qt::LeftButton);  // a check, never a fatal end
   QVERIFY(w->LblA1()->text().startsWith(QStringLiteral("Le mot ")));
 
+  // A command that sends the focus to Foc takes it from the word box, which
+  // shows it as it loses it: greyed, the invitation again, no definition,
+  // Enter no longer checks.
+  box->clear();
+  box->setFocus();
+  QVERIFY(box->hasFocus());
+  QCOMPARE(s.Model().ActiveControl, FrmPlateau::Focus::TxtCtrl);
+  QCOMPARE(box->palette().color(QPalette::Base), QColor(224, 224, 224));
+  QTest::keyClicks(box, QStringLiteral("aa"));
+  QTest::keyClick(box, Qt::Key_Return);
+  QCOMPARE(w->LblA1()->text(), QStringLiteral("Le mot AA existe."));
+  QVERIFY(w->PicDef()->isVisible());
+  QVERIFY(w->CmdCtrl()->isDefault());
+  QTest::mouseClick(w->Tools()->CmdCacher(), Qt::LeftButton);
+  QCOMPARE(s.Model().ActiveControl, FrmPlateau::Focus::Foc);
+  QVERIFY(w->Foc()->hasFocus());
+  QVERIFY(!box->hasFocus());
+  QCOMPARE(w->LblA1()->text(), QStringLiteral("Entrez un mot dans la zone de texte."));
+  QCOMPARE(w->LblA1()->palette().color(QPalette::WindowText), QColor(128, 128, 128));
+  QCOMPARE(box->palette().color(QPalette::Base), QColor(192, 192, 192));
+  QVERIFY(!w->PicDef()->isVisible());
+  QVERIFY(!w->CmdCtrl()->isDefault());
+  QTest::keyClick(w->Foc(), Qt::Key_Return);  // Enter no longer checks
+  QCOMPARE(w->LblA1()->text(), QStringLiteral("Entrez un mot dans la zone de texte."));
+  QTest::mouseClick(w->Tools()->CmdCacher(), Qt::LeftButton);  // the frame back
+  // Back into the box: its colours of a box with the focus.
+  box->setFocus();
+  QCOMPARE(s.Model().ActiveControl, FrmPlateau::Focus::TxtCtrl);
+  QCOMPARE(box->palette().color(QPalette::Base), QColor(224, 224, 224));
+
   // The tick box turns the definitions off.
   QTest::mouseClick(w->ImgA(), Qt::LeftButton);
   QCOMPARE(s.app->program().options.OptDef23, int16_t(0));

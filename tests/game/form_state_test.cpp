@@ -557,6 +557,72 @@ TEST_F(WordCheck, FocusColours) {
   EXPECT_FALSE(form->CmdCtrl.isDefault);
 }
 
+TEST_F(WordCheck, CommandsThatMoveTheFocusTakeItFromTheWordBox) {
+  // Each command that sends the focus to Foc or TxtHisto: the word box, when
+  // it had the focus, loses it as a player sees it lose it.
+  using Focus = FrmPlateau::Focus;
+  program.StrSac = "AAAABEEEGIILLNNOST?";
+  const struct {
+    const char* name;
+    std::function<void()> run;
+    Focus to;
+  } commands[] = {
+      {"CmdCacher", [this] { form->CmdCacher_Click(); }, Focus::Foc},
+      {"CmdRanger", [this] { form->CmdRanger_Click(); }, Focus::Foc},
+      {"CmdMeilleur", [this] { form->CmdMeilleur_Click(); }, Focus::Foc},
+      {"CmdQuitte answered No",
+       [this] {
+         fake.boxes.answers = {Answer::No};
+         EXPECT_EQ(form->CmdQuitte_Click(), FrmPlateau::Unload::Cancelled);
+       },
+       Focus::Foc},
+      {"CmdNew", [this] { form->CmdNew_Click(); }, Focus::TxtHisto},  // the search's focus
+      {"CmdSolution", [this] { form->CmdSolution_Click(); }, Focus::TxtHisto},
+      {"CmdValider",
+       [this] {
+         ASSERT_TRUE(LayProposition());
+         form->SetFocus(Focus::TxtCtrl);
+         form->TxtCtrl_Change("aa");
+         form->CmdCtrl_Click();
+         form->CmdValider_Click();
+       },
+       Focus::TxtHisto},
+      {"CmdArret answered Yes",
+       [this] {
+         fake.boxes.answers = {Answer::Yes};
+         form->CmdArret_Click();
+       },
+       Focus::Foc},
+  };
+  for (const auto& command : commands) {
+    SCOPED_TRACE(command.name);
+    form->SetFocus(Focus::TxtCtrl);
+    EXPECT_EQ(form->TxtCtrl.backColor, Color::Grey(224));
+    form->TxtCtrl_Change("aa");
+    form->CmdCtrl_Click();
+    ASSERT_EQ(form->LblA1.text, "Le mot AA existe.");
+    ASSERT_TRUE(form->PicDef.visible);
+    ASSERT_TRUE(form->CmdCtrl.isDefault);
+    command.run();
+    EXPECT_EQ(form->ActiveControl, command.to);
+    EXPECT_EQ(form->LblA1.text, "Entrez un mot dans la zone de texte.");
+    EXPECT_EQ(form->LblA1.foreColor, Color::Grey(128));
+    EXPECT_EQ(form->TxtCtrl.backColor, Color::Grey(192));
+    EXPECT_EQ(form->LblN.foreColor, Color::Grey(224));
+    EXPECT_FALSE(form->PicDef.visible);
+    EXPECT_FALSE(form->CmdCtrl.isDefault);
+  }
+
+  // With the focus elsewhere, a command leaves the word check's answer alone.
+  form->SetFocus(Focus::Other);
+  form->TxtCtrl_Change("aa");
+  form->CmdCtrl_Click();
+  form->CmdCacher_Click();
+  EXPECT_EQ(form->ActiveControl, Focus::Foc);
+  EXPECT_EQ(form->LblA1.text, "Le mot AA existe.");
+  EXPECT_TRUE(form->CmdCtrl.isDefault);
+}
+
 // ------------------------------------------------------- small commands
 
 TEST_F(FormState, SoundsAndTheSoundButton) {
