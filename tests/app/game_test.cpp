@@ -787,7 +787,7 @@ void GameTest::smallScreenWarnsUntilTheCheckIsSwitchedOff() {
   ScreenCheckWindow* check = app.ScreenCheck();
   QVERIFY(check);
   QVERIFY(check->isVisible());
-  QVERIFY(check->Rtb1()->toPlainText().contains(QStringLiteral("Écran trop petit")));
+  QVERIFY(check->Rtb1()->toPlainText().contains(QStringLiteral("Affichage d'Ostrane")));
   check->grab().save(ScreenshotPath(QStringLiteral("screen_check")));
   QTest::mouseClick(check->ChkResolution(), Qt::LeftButton);
   QCOMPARE(app.program().options.OptResol, uint8_t(1));
