@@ -183,6 +183,26 @@ void BM_SearchRichOnNewBoards(benchmark::State& state) {
 }
 BENCHMARK(BM_SearchRichOnNewBoards)->Unit(benchmark::kMillisecond);
 
+// The slowest of BM_WorstTwoBlankSearch, on a new board each time as there
+// (the first search of a board makes its working buffers) and on one board.
+void BM_SlowestTwoBlanksOnNewBoards(benchmark::State& state) {
+  const Position& p = Game(10)[12];
+  EngineContext& context = Program();
+  int32_t findings = 0;
+  for (auto _ : state) {
+    ClsPlateau board(Loaded(), context);
+    ostrane::LoadBoard(board, p.board);
+    std::string letters = "eais??r";
+    context.LngSens = 0;
+    findings = board.TrouveSolution(letters);
+  }
+  state.counters["findings"] = findings;
+}
+BENCHMARK(BM_SlowestTwoBlanksOnNewBoards)->Unit(benchmark::kMillisecond);
+
+void BM_SlowestTwoBlanksSameBoard(benchmark::State& state) { Search(state, Game(10)[12], "eais??r"); }
+BENCHMARK(BM_SlowestTwoBlanksSameBoard)->Unit(benchmark::kMillisecond);
+
 void BM_SearchRichSameBoard(benchmark::State& state) {
   const std::vector<Position>& game = Game(1);
   Search(state, game[game.size() / 2], "eais??r");

@@ -790,7 +790,7 @@ const MoveSearch::RackLeft& MoveSearch::RackLeftAfter(uint32_t used) {
 
 // Lays `letter` on the free cell `cell` (the rack then holds `used` laid and
 // `count` letters left) and goes on from there.
-inline void MoveSearch::Lay(char letter, uint32_t used, int count, int32_t node, int cell) {
+[[gnu::always_inline]] inline void MoveSearch::Lay(char letter, uint32_t used, int count, int32_t node, int cell) {
   ++stats_.steps;
   word_[wordLength_++] = letter;
   const WordTreeIndex::Packed& here = packed_[node];

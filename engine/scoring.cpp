@@ -278,35 +278,42 @@ void PassScores::Score(std::string_view word, bool hasBlank, std::string_view bl
   if (length > int(FlatPlay::kExpress)) FatalIndex("FlatPlay", length);
   const char* const line = squares_ + row * 15;
   const int base = row * 15 + start;
+  const char b1 = blanks.empty() ? '\0' : blanks.front();
+  const char b2 = blanks.empty() ? '\0' : blanks.back();
 
   // The word laid as it is: the board's tiles count as they stand, a new
   // tile by its letter and its square's premium. What a blank on the free
-  // square i would take away is its letter's part in the main word and in
-  // its cross-word.
+  // square i would take away is its letter's part in the main word and, times
+  // the square's word factor, in its cross-word. On the way: the free squares
+  // whose letter is the first blank letter, and those of the last one.
   int sum = 0, factor = 1, cross = 0, newTiles = 0;
-  int letterPart[16];
+  int letterPart[16], crossPart[16];
+  uint32_t firstBlank = 0, lastBlank = 0;
   for (int i = 0; i < length; ++i) {
     const int k = base + i;
     if (line[start + i] != '\0') {
       sum += value_[k];
-      letterPart[i] = 0;
       continue;
     }
     ++newTiles;
-    const int part = ClsPlateau::SubScoreLetters(word[size_t(i)]) * kFactors.letter[k];
+    const char c = word[size_t(i)];
+    const int part = ClsPlateau::SubScoreLetters(c) * kFactors.letter[k];
     const int wordFactor = kFactors.word[k];
     sum += part;
     factor *= wordFactor;
-    if (crossed_[k]) cross += (crossSum_[k] + part) * wordFactor;
     letterPart[i] = part;
+    crossPart[i] = 0;
+    if (crossed_[k]) {
+      cross += (crossSum_[k] + part) * wordFactor;
+      crossPart[i] = part * wordFactor;
+    }
+    firstBlank |= uint32_t(c == b1) << i;
+    lastBlank |= uint32_t(c == b2) << i;
   }
   for (int x = start + length; x <= 14 && line[x] != '\0'; ++x) sum += value_[row * 15 + x];
   const int bonus = newTiles == 7 ? 50 : 0;
   const auto pointsWithBlankAt = [&](int i) {
-    const int k = base + i;
-    const int part = letterPart[i];
-    const int crossCut = crossed_[k] ? part * kFactors.word[k] : 0;
-    return int16_t((sum - part) * factor + cross - crossCut + bonus);
+    return int16_t((sum - letterPart[i]) * factor + cross - crossPart[i] + bonus);
   };
   char* const text = out.express;
   const auto laid = [&] {
@@ -327,10 +334,9 @@ void PassScores::Score(std::string_view word, bool hasBlank, std::string_view bl
 
   if (blanks.size() == 1) {
     // Each free occurrence of the letter is tried; the last of equals wins.
-    const char b = blanks.front();
     int best = -1;
-    for (int i = 0; i < length; ++i) {
-      if (word[size_t(i)] != b || line[start + i] != '\0') continue;
+    for (uint32_t left = firstBlank; left != 0; left &= left - 1) {
+      const int i = __builtin_ctz(left);
       const int16_t points = pointsWithBlankAt(i);
       if (points >= out.CountP) {
         out.CountP = points;
@@ -344,33 +350,27 @@ void PassScores::Score(std::string_view word, bool hasBlank, std::string_view bl
     return;
   }
 
-  // Two letters (or none): the points leave the second blank at its full
-  // value; the expression shows both. The second copy made first for a given
-  // first blank still holds the word's own letters where the board has
-  // tiles; the later ones hold the board's.
+  // Two letters (or none): each first blank i is tried with each last blank
+  // j after it in the word's order; the points leave the second blank at its
+  // full value, so they are the same for every j of one i, and of equals the
+  // last pair wins. The expression shows both blanks; the second copy made
+  // first for an i (its only one when i has a single j) still holds the
+  // word's own letters where the board has tiles, the later ones the board's.
   if (blanks.empty()) return;
-  const char b1 = blanks.front(), b2 = blanks.back();
   int bestI = -1, bestJ = -1;
   bool bestBeforeLaying = false;
-  for (int i = 0; i < length; ++i) {
-    if (word[size_t(i)] != b1 || line[start + i] != '\0') continue;
-    bool scored = false;
-    int16_t points = 0;
-    for (int j = 0; j < length; ++j) {
-      // The first copy shows letter i in upper case.
-      const char shown = j == i ? UpperAscii(word[size_t(j)]) : word[size_t(j)];
-      if (shown != b2 || line[start + j] != '\0') continue;
-      const bool beforeLaying = !scored;
-      if (!scored) {
-        points = pointsWithBlankAt(i);
-        scored = true;
-      }
-      if (points >= out.CountP) {
-        out.CountP = points;
-        bestI = i;
-        bestJ = j;
-        bestBeforeLaying = beforeLaying;
-      }
+  for (uint32_t left = firstBlank; left != 0; left &= left - 1) {
+    const int i = __builtin_ctz(left);
+    // The first copy shows letter i in upper case.
+    uint32_t seconds = lastBlank & ~(1u << i);
+    if (UpperAscii(word[size_t(i)]) == b2) seconds |= 1u << i;
+    if (seconds == 0) continue;
+    const int16_t points = pointsWithBlankAt(i);
+    if (points >= out.CountP) {
+      out.CountP = points;
+      bestI = i;
+      bestJ = 31 - __builtin_clz(seconds);
+      bestBeforeLaying = (seconds & (seconds - 1)) == 0;
     }
   }
   if (bestI < 0) return;
