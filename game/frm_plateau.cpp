@@ -298,6 +298,7 @@ void FrmPlateau::CmdNew_Click() {
   SubActiveChevalet();
   CmdSolution_Click();
   enabled = true;
+  Changed();
   if (IntNbCoups > 1) SetFocus(Focus::Foc);
   if (program_.options.OptMessages == "Oui" && program_.BytVisite == 3) {
     program_.IntEtapeVisite = 4;
@@ -371,14 +372,22 @@ void FrmPlateau::SubTirage() {
   PicWait.visible = true;
   for (Tile& tile : PicGamer)
     if (!tile.Tag.empty()) tile.visible = true;
+  // The panel and the tiles drawn are on the screen before the search.
+  Changed();
 }
 
 void FrmPlateau::CmdSolution_Click() {
   SetFocus(Focus::TxtHisto);
   PicDef.visible = false;
   enabled = false;
-  if (!ObjPlateau) return;
+  if (!ObjPlateau) {
+    Changed();
+    return;
+  }
   MousePointer = Pointer::Hourglass;
+  // The window shows the disabled form, the hourglass and the waiting panel,
+  // and takes no input, for as long as the search runs.
+  Changed();
 
   std::string rack;
   for (const Tile& tile : PicGamer) {
@@ -450,8 +459,12 @@ void FrmPlateau::CmdSolution_Click() {
   }
 
   MousePointer = Pointer::Default;
+  // The form is given back by the box's load; the panel stands through the
+  // pause of the first plays, during which nothing else happens.
+  Changed();
   if (IntNbCoups < 2 && Sleep) Sleep(1000);
   PicWait.visible = false;
+  Changed();
   if (program_.options.OptSons) SubJoueSon(3);
   forms_.Show(boite);
   LblIndic.bold = false;
@@ -641,6 +654,7 @@ void FrmPlateau::CmdValider_Click() {
   LinVx.visible = false;
   LinVy.visible = false;
   ImgXY.visible = false;
+  Changed();
 
   ClsWord w = SubEvalueProposition();
   const std::string upper = Upper(w.Express);
@@ -702,6 +716,7 @@ void FrmPlateau::DrawAndGoOn() {
     PicWait.visible = false;
     LblPtsJoueur.text = std::to_string(LeadingNumber(LblPtsJoueur.text));
     SunFindePartie();
+    Changed();
     frmFini_ = std::make_unique<FrmFini>(LblPtsJoueur.text, [this] {
       CmdGame.enabled = true;
       TimScore->SetInterval(kTimScore);
@@ -713,6 +728,7 @@ void FrmPlateau::DrawAndGoOn() {
     SetFocus(Focus::TxtHisto);  // its last line brought into view
     ++TxtHistoScroll;
     SetFocus(Focus::Foc);
+    Changed();
     CmdSolution_Click();
   }
   if (LngNbSolutions != 0) StartBlink();

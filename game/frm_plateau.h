@@ -12,8 +12,12 @@
 // the guide lines and the arrow, which stand inside the board Plateau1.
 //
 // When to redraw: after every command the window forwards, whenever `changed`
-// is called (a timer did something), before each modal form or message box,
-// and the board picture whenever Plateau.revision moves.
+// is called (a timer did something, or a command is about to start long work:
+// the draw shown and the waiting panel up before the search, the form
+// disabled while it runs, given back before the pause of the first plays),
+// before each modal form or message box, and the board picture whenever
+// Plateau.revision moves. While `enabled` is false the window takes no input
+// and cannot be closed; its timers and its painting go on.
 
 #include <array>
 #include <cstdint>
@@ -257,9 +261,12 @@ class FrmPlateau {
   // game goes on as after a validation.
   void TakeUp(SavedGame game);
 
-  // Called after every change that a timer made, so that the window follows.
+  // Called after every change that a timer made, and at the points where a
+  // command shows or hides PicWait or disables or enables the form, so that
+  // the window follows before long work starts.
   std::function<void()> changed;
-  // The pause of the first two plays (one second); none when empty.
+  // The pause of the first two plays (one second); none when empty. As the
+  // platform's Sleep, it lets nothing of the player in.
   std::function<void(int milliseconds)> Sleep;
   // Seeds the program's random generator, at each game start and draw; by
   // default from the time of day of the program's clock.

@@ -2,10 +2,8 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QScreen>
-#include <QThread>
 #include <QTimer>
 
 #include "app/gui/main_window.h"
@@ -102,14 +100,10 @@ void Application::LoadPlateau() {
     takeUp_.reset();
   }
   if (settings_.pauses) {
-    plateau_->Sleep = [](int milliseconds) {
-      // The pause keeps the window painted but takes no input.
-      QElapsedTimer clock;
-      clock.start();
-      while (clock.elapsed() < milliseconds) {
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents, 10);
-        QThread::msleep(5);
-      }
+    // The pause keeps the window painted and its timers running, but takes
+    // no input.
+    plateau_->Sleep = [this](int milliseconds) {
+      if (mainWindow_) mainWindow_->Pause(milliseconds, settings_.wait);
     };
   } else {
     plateau_->Sleep = nullptr;

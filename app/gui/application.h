@@ -38,6 +38,9 @@ class Application : public QObject {
     QString startDirectory;             // CheminApp; the current directory when empty
     std::function<int()> screenHeight;  // pixels; the primary screen when empty
     bool pauses = true;                 // the one-second pause of the first two plays
+    // How the pause lets its time go by, the window taking no input
+    // meanwhile: a local event loop of that length when empty.
+    std::function<void(int milliseconds)> wait;
   };
 
   Application(Host& host, Settings settings);

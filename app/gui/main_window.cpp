@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QEventLoop>
 #include <QFrame>
 #include <QGridLayout>
 #include <QGuiApplication>
@@ -19,6 +20,7 @@
 #include <QRubberBand>
 #include <QScrollBar>
 #include <QStyle>
+#include <QTimer>
 #include <QToolButton>
 
 #include <algorithm>
@@ -120,6 +122,53 @@ class ClientArea : public QWidget {
     p.setPen(QPen(QColor(250, 244, 230), 1));
     p.drawLine(kSeparatorX + 1, 6, kSeparatorX + 1, kFormHeight - 6);
   }
+};
+
+// Refuses the player's input to one window while it says so: presses,
+// releases, moves, the wheel, keys, shortcuts, drops. It watches the whole
+// application, so that nothing sent to a child of the window slips past;
+// the window's timers, painting and other windows are left alone.
+class InputGate : public QObject {
+ public:
+  InputGate(QWidget* window, std::function<bool()> refused)
+      : QObject(window), window_(window), refused_(std::move(refused)) {
+    QCoreApplication::instance()->installEventFilter(this);
+  }
+  ~InputGate() override { QCoreApplication::instance()->removeEventFilter(this); }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    switch (event->type()) {
+      case QEvent::MouseButtonPress:
+      case QEvent::MouseButtonRelease:
+      case QEvent::MouseButtonDblClick:
+      case QEvent::MouseMove:
+      case QEvent::Wheel:
+      case QEvent::KeyPress:
+      case QEvent::KeyRelease:
+      case QEvent::ShortcutOverride:
+      case QEvent::Shortcut:
+      case QEvent::ContextMenu:
+      case QEvent::InputMethod:
+      case QEvent::DragEnter:
+      case QEvent::DragMove:
+      case QEvent::Drop:
+      case QEvent::TouchBegin:
+      case QEvent::TouchUpdate:
+      case QEvent::TouchEnd:
+      case QEvent::TabletPress:
+      case QEvent::TabletRelease:
+        break;
+      default:
+        return false;
+    }
+    if (!watched->isWidgetType() || static_cast<QWidget*>(watched)->window() != window_) return false;
+    return refused_();
+  }
+
+ private:
+  QWidget* window_;
+  std::function<bool()> refused_;
 };
 
 // The rack PicReglette: a wooden strip with its seven places.
@@ -465,11 +514,13 @@ MainWindow::MainWindow(FrmPlateau& model) : QWidget(nullptr), model_(model), dra
   BuildPanels();
   for (int i = 0; i < 7; ++i) tiles_[size_t(i)] = new TileWidget(*this, i, client_);
 
-  // While the form is disabled (a search runs) it takes no input, and its
-  // controls keep their look.
+  // While the form is disabled (a search runs) or pausing it takes no input,
+  // and its controls keep their look: the gate refuses what is sent to any
+  // of its widgets, the blocker keeps the pointer off them.
   blocker_ = new QWidget(client_);
   blocker_->setGeometry(client_->rect());
   blocker_->hide();
+  gate_ = new InputGate(this, [this] { return InputRefused(); });
 
   // Foc: where the commands send the focus, out of the word box. It shows
   // nothing and Tab never lands on it.
@@ -715,8 +766,8 @@ void MainWindow::Refresh() {
   FrmPlateau& m = model_;
   const QString title = ModelText(m.caption);
   if (!title.isEmpty() && windowTitle() != title) setWindowTitle(title);
-  blocker_->setVisible(!m.enabled);
-  if (!m.enabled) blocker_->raise();
+  blocker_->setVisible(InputRefused());
+  if (InputRefused()) blocker_->raise();
   SetPointer(this, m.MousePointer);
   ApplyWindowState();
   ApplyFocus();
@@ -819,7 +870,7 @@ void MainWindow::Refresh() {
     tiles_[size_t(i)]->Refresh();
     tiles_[size_t(i)]->raise();
   }
-  if (!m.enabled) blocker_->raise();
+  if (InputRefused()) blocker_->raise();
 
   if (opened_ && isVisible() != m.visible) setVisible(m.visible);
 }
@@ -867,9 +918,25 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-  // Closing asks the model; it answers what comes next.
+  // Closing asks the model; it answers what comes next. A disabled or
+  // pausing form cannot be closed: nothing starts in the middle of a search.
   event->ignore();
+  if (InputRefused()) return;
   ForwardUnload([this] { return model_.Form_Unload(); });
+}
+
+void MainWindow::Pause(int milliseconds, const std::function<void(int)>& wait) {
+  ++pausing_;
+  Refresh();
+  if (wait) {
+    wait(milliseconds);
+  } else {
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
+  }
+  --pausing_;
+  Refresh();
 }
 
 }  // namespace ostrane::gui

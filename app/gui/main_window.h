@@ -168,6 +168,15 @@ class MainWindow : public QWidget, public Refreshable {
   // What the closing of the form leads to (the program's flow acts on it).
   std::function<void(FrmPlateau::Unload)> unload;
 
+  // The pause of the first plays, as the platform's Sleep: the window shows
+  // the model, takes no input and cannot be closed while `wait` lets the
+  // time go by (a local event loop of that length when empty); its timers
+  // and its painting go on.
+  void Pause(int milliseconds, const std::function<void(int milliseconds)>& wait = nullptr);
+  // Whether the player's input is refused now: the form is disabled (a
+  // search runs) or pausing.
+  bool InputRefused() const { return !model_.enabled || pausing_ > 0; }
+
  protected:
   void closeEvent(QCloseEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -188,6 +197,8 @@ class MainWindow : public QWidget, public Refreshable {
   ToolsFrame* tools_;
   QWidget* blocker_;
   QWidget* foc_;
+  QObject* gate_;  // refuses the player's input to this window while InputRefused()
+  int pausing_ = 0;
 
   QLabel *lblNomP_, *lblVer_, *lblPtsJoueur_, *lblTirage_, *lblDuree_;
   QPlainTextEdit* txtHisto_;

@@ -190,13 +190,18 @@ struct Session {
   std::unique_ptr<Application> app;
   Pilot pilot{host};
 
-  explicit Session(const QByteArray& options = {}, const QByteArray& bestScores = {}) {
+  // With `pauses`, the pause of the first plays runs `onPause` in place of
+  // the time it waits.
+  explicit Session(const QByteArray& options = {}, const QByteArray& bestScores = {}, bool pauses = false) {
     if (!options.isEmpty()) Write(QStringLiteral("Option.ret"), options);
     if (!bestScores.isEmpty()) Write(QStringLiteral("bestsco.ret"), bestScores);
     Application::Settings settings;
     settings.startDirectory = dir.path();
     settings.screenHeight = [] { return 768; };
-    settings.pauses = false;
+    settings.pauses = pauses;
+    settings.wait = [this](int milliseconds) {
+      if (onPause) onPause(milliseconds);
+    };
     app = std::make_unique<Application>(host.host, settings);
     pilot.program_ = &app->program();
   }
@@ -240,6 +245,8 @@ struct Session {
 
   MainWindow* Main() { return app->Main(); }
   FrmPlateau& Model() { return *app->Plateau(); }
+
+  std::function<void(int milliseconds)> onPause;
 };
 
 const QByteArray kQuietOptions = "Non\r\n3\r\n120\r\nSonYes\r\nDureeYes\r\nImg plateau 2\r\nDef mots 23 1\r\nEncadrement 1\r\nResolutionE 0\r\n";
@@ -367,6 +374,7 @@ class GameTest : public QObject {
   void smallScreenWarnsUntilTheCheckIsSwitchedOff();
   void gameNameFormFiltersWhatIsTyped();
   void stopQuestionsAndWindowClose();
+  void noInputWhileTheSearchRunsOrThePauseLasts();
   void sideCommands();
   void aGameLeftUnfinishedIsTakenUp();
   void aGameLeftUnfinishedCanBeDropped();
@@ -882,6 +890,85 @@ void GameTest::stopQuestionsAndWindowClose() {
   QTest::mouseClick(w->CmdQuitte(), Qt::LeftButton);
   QVERIFY(s.app->Ended());
   QVERIFY(s.Read(QStringLiteral("Option.ret")).startsWith("Non\r\n5\r\n120\r\n"));
+}
+
+void GameTest::noInputWhileTheSearchRunsOrThePauseLasts() {
+  Session s(kQuietOptions, {}, /*pauses=*/true);
+  s.pilot.askInformations = false;
+  s.pilot.Start();
+  QVERIFY(s.ToGameName());
+  MainWindow* w = s.ToMain();
+  QVERIFY(w);
+  FrmPlateau& m = s.Model();
+
+  // What a player could try while the window is busy: a second search, the
+  // way out, the close box, typing. None of it may start anything.
+  const auto tryEverything = [&] {
+    const int boxesBefore = int(s.pilot.boxes.size());
+    const int proposalsBefore = int(s.pilot.proposals.size());
+    QTest::mouseClick(w->CmdSolution(), Qt::LeftButton);
+    QTest::mouseClick(w->CmdQuitte(), Qt::LeftButton);
+    QTest::mouseClick(w->CmdArret(), Qt::LeftButton);
+    QTest::mouseClick(w->Tools()->CmdCacher(), Qt::LeftButton);
+    QTest::mouseClick(w->Tile(0), Qt::LeftButton);
+    QTest::keyClicks(w->TxtCtrl(), QStringLiteral("ab"));
+    QTest::keyClick(w->TxtCtrl(), Qt::Key_Return);
+    QVERIFY(!w->close());
+    QCOMPARE(int(s.pilot.boxes.size()), boxesBefore);
+    QCOMPARE(int(s.pilot.proposals.size()), proposalsBefore);
+    QVERIFY(!s.app->Ended());
+    QCOMPARE(m.BlnOutilsPlies, int16_t(0));
+    QCOMPARE(w->TxtCtrl()->text(), QString());
+    QVERIFY(!s.app->Main()->Drag().TimDeplaceEnabled);
+  };
+  // The waiting pictures turn at TimerEpie's ticks: the timers and the
+  // painting go on meanwhile.
+  const auto timersGoOn = [&] {
+    const int shownBefore = m.IntImageEpie;
+    s.host.timers.Advance(FrmPlateau::kTimerEpie);
+    const int shown = shownBefore % 3 + 1;
+    QVERIFY(w->Iabc(shown)->isVisibleTo(w->PicWait()));
+  };
+
+  int searchLooks = 0, pauseLooks = 0;
+  s.host.events.onDoEvents = [&] {
+    if (searchLooks > 0) return;  // once is enough: the search yields often
+    ++searchLooks;
+    // The panel, the hourglass and the tiles just drawn are on the screen.
+    QVERIFY(!m.enabled);
+    QVERIFY(w->InputRefused());
+    QVERIFY(w->PicWait()->isVisible());
+    QCOMPARE(w->cursor().shape(), Qt::WaitCursor);
+    for (int k = 0; k < 7; ++k) {
+      QVERIFY(w->Tile(k)->isVisible());
+      QCOMPARE(w->Tile(k)->pos(), QPoint(m.PicGamer[size_t(k)].left, m.PicGamer[size_t(k)].top));
+    }
+    tryEverything();
+    timersGoOn();
+  };
+  s.onPause = [&](int milliseconds) {
+    ++pauseLooks;
+    QCOMPARE(milliseconds, 1000);
+    // The form is given back, yet the pause takes nothing in.
+    QVERIFY(m.enabled);
+    QVERIFY(w->InputRefused());
+    QVERIFY(w->PicWait()->isVisible());
+    QCOMPARE(w->cursor().shape(), Qt::ArrowCursor);
+    tryEverything();
+    timersGoOn();
+  };
+
+  QTest::mouseClick(w->CmdNew(), Qt::LeftButton);
+  QCOMPARE(searchLooks, 1);
+  QCOMPARE(pauseLooks, 1);
+  QCOMPARE(s.pilot.proposals.size(), 1);  // one search, one box
+  QVERIFY(!w->InputRefused());
+  QVERIFY(!w->PicWait()->isVisible());
+  // Afterwards the window takes input again.
+  QTest::keyClicks(w->TxtCtrl(), QStringLiteral("ab"));
+  QCOMPARE(w->TxtCtrl()->text(), QStringLiteral("ab"));
+  s.host.events.onDoEvents = nullptr;
+  s.pilot.Stop();
 }
 
 void GameTest::sideCommands() {

@@ -1,7 +1,7 @@
 #pragma once
 // What the widget tests put under the windows: timers that run only when the
 // test moves time on (no test waits in real time), a fixed clock, sounds and
-// documents that are recorded, no event pump during searches, and the real
+// documents that are recorded, no event pump during searches (a test may look in at each yield), and the real
 // message boxes, answered by the test's pilot.
 
 #include <QApplication>
@@ -109,9 +109,13 @@ class RecordedShell : public Shell {
   }
 };
 
+// Pumps nothing; a test may look in at each yield of a search.
 class NoEvents : public EventPump {
  public:
-  void DoEvents() override {}
+  void DoEvents() override {
+    if (onDoEvents) onDoEvents();
+  }
+  std::function<void()> onDoEvents;
 };
 
 struct TestHost {

@@ -271,6 +271,82 @@ TEST_F(FormState, WithoutTheFrameOptionTheArrowNeverShows) {
   }
 }
 
+TEST_F(FormState, TheWindowIsToldBeforeTheSearchAndThePause) {
+  // What the window was last told at each moment of a turn: the tiles drawn
+  // and the waiting panel before the search, the form disabled with the
+  // hourglass while it runs, the form given back with the panel up through
+  // the pause, the panel gone before the best play's box.
+  struct Seen {
+    bool picWait = false, enabled = false;
+    Pointer pointer = Pointer::Default;
+    int tilesOnRack = 0;
+    FrmPlateau::Focus focus = FrmPlateau::Focus::Other;
+  };
+  FrmPlateau& f = Load("AAAABEEEGIILLNNOST?");
+  std::vector<Seen> told;
+  const auto last = [&told] { return told.empty() ? Seen{} : told.back(); };
+  f.changed = [&] {
+    Seen seen{f.PicWait.visible, f.enabled, f.MousePointer, 0, f.ActiveControl};
+    for (const Tile& tile : f.PicGamer) seen.tilesOnRack += tile.visible && !tile.Tag.empty();
+    told.push_back(seen);
+  };
+  // The search is all that yields between the draw and the best play's box.
+  bool searching = false;
+  std::optional<Seen> atPicker, atPause, atBox;
+  std::vector<Seen> atYields;
+  forms.onJetons = [&](FrmJetons& jetons) {
+    atPicker = last();
+    ScriptedForms::PickInBagOrder(jetons, program);
+    searching = true;
+  };
+  fake.events.onDoEvents = [&] {
+    if (searching) atYields.push_back(last());
+  };
+  f.Sleep = [&](int ms) {
+    sleeps.push_back(ms);
+    atPause = last();
+  };
+  forms.onBoiteD = [&](FrmBoiteD&) {
+    searching = false;
+    atBox = last();
+  };
+  const auto expectSearching = [&](int tiles) {
+    ASSERT_FALSE(atYields.empty());
+    for (const Seen& seen : atYields) {
+      EXPECT_TRUE(seen.picWait);
+      EXPECT_FALSE(seen.enabled);
+      EXPECT_EQ(seen.pointer, Pointer::Hourglass);
+      EXPECT_EQ(seen.tilesOnRack, tiles);  // the new tiles are on the rack
+      EXPECT_EQ(seen.focus, FrmPlateau::Focus::TxtHisto);
+    }
+  };
+
+  f.CmdNew_Click();
+  expectSearching(7);
+  ASSERT_TRUE(atPause && atBox);
+  EXPECT_TRUE(atPause->picWait);
+  EXPECT_TRUE(atPause->enabled);
+  EXPECT_EQ(atPause->pointer, Pointer::Default);
+  EXPECT_EQ(sleeps, std::vector<int>{1000});
+  EXPECT_FALSE(atBox->picWait);
+  EXPECT_TRUE(last().enabled);
+  EXPECT_FALSE(last().picWait);
+
+  // At a validation: the form disabled at once, the picker over it; then the
+  // next draw's tiles and the panel, and the form disabled through the search.
+  ASSERT_TRUE(LayProposition());
+  told.clear();
+  atYields.clear();
+  atPicker.reset();
+  f.CmdValider_Click();
+  ASSERT_FALSE(told.empty());
+  EXPECT_FALSE(told.front().enabled);
+  ASSERT_TRUE(atPicker);
+  EXPECT_FALSE(atPicker->enabled);
+  expectSearching(7);
+  EXPECT_EQ(sleeps, (std::vector<int>{1000, 1000}));  // the second play pauses too
+}
+
 // ------------------------------------------------------- the best play
 
 TEST_F(FormState, TheBestPlayIsShownInTheBoxAndTheSummary) {
