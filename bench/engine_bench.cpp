@@ -102,7 +102,7 @@ const std::vector<Position>& Game(uint64_t seed) {
 EngineContext& Program() {
   static EngineContext* context = [] {
     auto* made = new EngineContext;
-    made->TreeIndex = ostrane::WordTreeIndex::Build(Loaded().Dico);
+    made->TreeIndex = ostrane::WordTreeIndex::Build(Loaded().Dico, &Loaded());
     return made;
   }();
   return *context;
@@ -296,7 +296,7 @@ BENCHMARK(BM_SubWordIsTrueLongWords);
 
 // What the first search of a program works out from the word tree.
 void BM_WordTreeIndexBuild(benchmark::State& state) {
-  for (auto _ : state) benchmark::DoNotOptimize(ostrane::WordTreeIndex::Build(Loaded().Dico));
+  for (auto _ : state) benchmark::DoNotOptimize(ostrane::WordTreeIndex::Build(Loaded().Dico, &Loaded()));
 }
 BENCHMARK(BM_WordTreeIndexBuild)->Unit(benchmark::kMillisecond);
 

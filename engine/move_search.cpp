@@ -234,8 +234,19 @@ MoveSearch::MoveSearch(ClsPlateau& board) : board_(board), dico_(board.lexicon_.
   text_.resize(65536);
 }
 
-std::shared_ptr<const WordTreeIndex> WordTreeIndex::Build(const ClsDico& dico) {
+std::shared_ptr<const WordTreeIndex> WordTreeIndex::Build(const ClsDico& dico,
+                                                          const Lexicon* lexicon) {
   auto index = std::make_shared<WordTreeIndex>();
+  if (lexicon != nullptr) {
+    index->longWordsOf = lexicon;
+    for (size_t length = 10; length <= 15; ++length) {
+      const LongWordList& list = lexicon->LongWords(length);
+      auto& chars = index->longWordChars[length - 10];
+      index->longWordsBound[length - 10] = list.UBound();
+      for (int32_t i = 0; i <= list.UBound(); ++i)
+        for (const char c : list.Element(i)) chars[uint8_t(c) >> 6] |= 1ull << (uint8_t(c) & 63);
+    }
+  }
   const size_t nodes = size_t(dico.UpperBound()) + 1;
   index->dico = &dico;
   index->nodes = int32_t(nodes);
@@ -314,6 +325,17 @@ uint64_t WordTreeIndex::Signature(const ClsDico& dico) {
   return hash;
 }
 
+bool WordTreeIndex::MayBeLongWord(const Lexicon& lexicon, std::string_view text) const {
+  const size_t length = text.size();
+  if (&lexicon != longWordsOf || length < 10 || length > 15 ||
+      longWordsBound[length - 10] != lexicon.LongWords(length).UBound())
+    return true;
+  const auto& chars = longWordChars[length - 10];
+  for (const char c : text)
+    if (!((chars[uint8_t(c) >> 6] >> (uint8_t(c) & 63)) & 1u)) return false;
+  return true;
+}
+
 bool WordTreeIndex::Fits(const ClsDico& other) const {
   return dico == &other && nodes == other.UpperBound() + 1 && signature == Signature(other);
 }
@@ -321,7 +343,7 @@ bool WordTreeIndex::Fits(const ClsDico& other) const {
 void MoveSearch::BeginSearch() {
   if (!tree_) {
     std::shared_ptr<const WordTreeIndex>& shared = board_.context_.TreeIndex;
-    if (!shared || !shared->Fits(dico_)) shared = WordTreeIndex::Build(dico_);
+    if (!shared || !shared->Fits(dico_)) shared = WordTreeIndex::Build(dico_, &board_.lexicon_);
     tree_ = shared;
   }
   rackReady_ = false;
@@ -389,7 +411,8 @@ bool MoveSearch::IsWordAsGiven(std::string& word) const {
 bool MoveSearch::GoesOnToAWord(int32_t after, bool packed, int wordLength,
                                std::string_view joined) const {
   const size_t length = joined.size();
-  if (length >= 10 && length <= 15) return board_.lexicon_.LongWords(length).Contains(joined);
+  if (length >= 10 && length <= 15)
+    return tree_->MayBeLongWord(board_.lexicon_, joined) && board_.lexicon_.LongWords(length).Contains(joined);
   if (length > 15) return false;
   if (packed) {
     bool letters = true;

@@ -14,6 +14,7 @@
 // The board does not change during a pass (a letter laid for a moment is
 // always taken back), so all of this holds for the whole pass.
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -28,6 +29,7 @@ namespace ostrane {
 
 class ClsPlateau;
 class ClsDico;
+struct Lexicon;
 struct LineEntries;
 
 // The word tree seen from each node: the letters that lead on (bit 0 = A),
@@ -54,6 +56,16 @@ struct WordTreeIndex {
   std::vector<int32_t> original;  // the node of the tree for each packed one
 
   bool HasPacked() const { return !packed.empty(); }
+
+  // The characters that the words of each long list (10 to 15 letters) of
+  // `longWordsOf` hold, the list's upper bound at the time: a text holding
+  // any other character is in none. (The board's tiles come in lower case,
+  // and a word read with them past the tree is most often such a text.)
+  const Lexicon* longWordsOf = nullptr;
+  std::array<int32_t, 6> longWordsBound{};
+  std::array<std::array<uint64_t, 4>, 6> longWordChars{};
+  // False only when `text` (10 to 15 characters) is surely in no list.
+  bool MayBeLongWord(const Lexicon& lexicon, std::string_view text) const;
   // The child of packed node `node` by `letter` (0 = A), 0 when none.
   int32_t PackedChild(int32_t node, int letter) const {
     const Packed& p = packed[size_t(node)];
@@ -69,7 +81,9 @@ struct WordTreeIndex {
     return int((x * 0x01010101u) >> 24);
   }
 
-  static std::shared_ptr<const WordTreeIndex> Build(const ClsDico& dico);
+  // With a lexicon, also the characters of its long word lists.
+  static std::shared_ptr<const WordTreeIndex> Build(const ClsDico& dico,
+                                                    const Lexicon* lexicon = nullptr);
   // Made from this very tree (checked on a sample of its nodes).
   bool Fits(const ClsDico& dico) const;
   static uint64_t Signature(const ClsDico& dico);

@@ -12,6 +12,8 @@
 #include "engine/move_search.h"
 #include "lexicon/dico.h"
 #include "lexicon/lexicon.h"
+#include "lexicon/tables.h"
+#include "lexicon/word_list.h"
 #include "tests/engine/engine_test_support.h"
 #include "tests/engine/reference_engine.h"
 #include "tests/support/test_support.h"
@@ -206,6 +208,39 @@ TEST(QuickWalk, ThePackedTreeIsTheWordTreeRenumbered) {
   EXPECT_EQ(edges + 1, int64_t(index->packed.size()));  // a tree: one parent each
   EXPECT_GT(index->packed.size(), 100000u);
   for (uint32_t x : {0u, 1u, 0x3FFFFFFu, 0x2AAAAAAu, 0x80000001u}) EXPECT_EQ(WordTreeIndex::BitsSet(x), __builtin_popcount(x));
+}
+
+// The characters of the long word lists rule out, before any search of a
+// list, the texts that hold others (a word read on with lower-case tiles);
+// never a text that the list holds.
+TEST(QuickWalk, LongWordsAreRuledOutOnlyByCharactersNoneOfThemHolds) {
+  const Lexicon& lexicon = RealLexicon();
+  const auto index = WordTreeIndex::Build(lexicon.Dico, &lexicon);
+  const auto bare = WordTreeIndex::Build(lexicon.Dico);
+  Rng draws(31);
+  int ruledOut = 0, kept = 0;
+  for (size_t length = 10; length <= 15; ++length) {
+    const LongWordList& list = lexicon.LongWords(length);
+    ASSERT_GT(list.UBound(), 10);
+    for (int k = 0; k < 200; ++k) {
+      std::string text(list.Element(int32_t(draws.Below(uint32_t(list.UBound())))));
+      ASSERT_EQ(text.size(), length);
+      if (k % 2 == 1) {
+        const size_t at = draws.Below(uint32_t(length));
+        text[at] = k % 4 == 1 ? LowerAscii(text[at]) : char('A' + draws.Below(26));
+      }
+      const bool contained = list.Contains(text);
+      const bool maybe = index->MayBeLongWord(lexicon, text);
+      if (contained) {
+        ASSERT_TRUE(maybe) << text;
+      }
+      ruledOut += !maybe;
+      kept += maybe;
+      EXPECT_TRUE(bare->MayBeLongWord(lexicon, text));  // built without the lists
+    }
+  }
+  EXPECT_GT(ruledOut, 200);
+  EXPECT_GT(kept, 600);
 }
 
 // The quick walk of the pattern search against the plain one, a letter-by-
