@@ -290,13 +290,13 @@ class HostTest : public QObject {
     QTextDocument doc;
     doc.setHtml(html);
     const QString text = doc.toPlainText();
-    QVERIFY(text.startsWith(QStringLiteral("Écran trop petit")));
-    QVERIFY(html.contains(QStringLiteral("moins de 700\u00a0pixels")));  // \~ is a non-breaking space
+    QVERIFY(text.startsWith(QStringLiteral("Affichage d'Ostrane")));
+    QVERIFY(html.contains(QStringLiteral("au moins 700\u00a0pixels")));  // \~ is a non-breaking space
     QVERIFY(text.contains(QStringLiteral("\u2022")));               // the bullets
     QVERIFY(text.contains(QStringLiteral("« Ignorer la vérification")));  // shown with a plain space
     QVERIFY(!text.contains(QLatin1Char('\\')));                     // no control word left
     QVERIFY(!text.contains(QStringLiteral("DejaVu")));               // nor the font table
-    QVERIFY(html.contains(QStringLiteral("color:#940000")));        // the heading's colour
+    QVERIFY(html.contains(QStringLiteral("color:#1f5c44")));        // the heading's colour
     QVERIFY(html.contains(QStringLiteral("font-weight:bold")));
     // A text that is no RTF is shown as it is.
     doc.setHtml(RtfToHtml("Ligne <1>\nLigne 2"));
