@@ -202,7 +202,9 @@ void CrashAndCompare(KeptGame& test, uint64_t seed, int pioche, int crashAfterPl
   // At the picker, the form taken up is the kept game, field for field.
   int pickers = 0;
   second.forms.onJetons = [&](FrmJetons& jetons) {
-    if (pickers++ == 0 && inThePicker) EXPECT_EQ(second.form->Snapshot(), *kept);
+    if (pickers++ == 0 && inThePicker) {
+      EXPECT_EQ(second.form->Snapshot(), *kept);
+    }
     second.Pick(jetons, player);
   };
   FrmPlateau& form = second.TakeUp();
