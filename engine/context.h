@@ -12,6 +12,7 @@
 namespace ostrane {
 
 struct WordTreeIndex;  // engine/move_search.h
+struct SearchScratch;  // engine/move_search.h
 
 // A small reproducible generator: the same seed gives the same draws on every
 // machine and build.
@@ -52,6 +53,8 @@ struct EngineContext {
   // What the search works out once from the word tree; made by the first
   // search and kept for the next boards.
   std::shared_ptr<const WordTreeIndex> TreeIndex;
+  // The working lists of a search, lent to the board that searches.
+  std::shared_ptr<SearchScratch> Scratch;
 };
 
 }  // namespace ostrane

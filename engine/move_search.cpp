@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <ctime>
 
 #include "engine/board.h"
 #include "engine/line_scan.h"
@@ -61,6 +62,11 @@ int32_t ClsPlateau::TrouveSolution(std::string& lettres) {
   } else {
     MoveSearch& search = Search();
     search.BeginSearch();
+    // The working lists go back to the context however the search ends.
+    struct Ending {
+      MoveSearch& search;
+      ~Ending() { search.EndSearch(); }
+    } ending{search};
     int column, row;
 
     // Plays across.
@@ -230,8 +236,6 @@ int32_t ClsPlateau::SubPremierMot(std::string& lettres) {
 // ================================================================ working side
 
 MoveSearch::MoveSearch(ClsPlateau& board) : board_(board), dico_(board.lexicon_.Dico) {
-  candidates_.reserve(4096);
-  text_.resize(65536);
 }
 
 std::shared_ptr<const WordTreeIndex> WordTreeIndex::Build(const ClsDico& dico,
@@ -241,76 +245,93 @@ std::shared_ptr<const WordTreeIndex> WordTreeIndex::Build(const ClsDico& dico,
     index->longWordsOf = lexicon;
     for (size_t length = 10; length <= 15; ++length) {
       const LongWordList& list = lexicon->LongWords(length);
-      auto& chars = index->longWordChars[length - 10];
       index->longWordsBound[length - 10] = list.UBound();
+      bool seen[256] = {};
       for (int32_t i = 0; i <= list.UBound(); ++i)
-        for (const char c : list.Element(i)) chars[uint8_t(c) >> 6] |= 1ull << (uint8_t(c) & 63);
+        for (const char c : list.Element(i)) seen[uint8_t(c)] = true;
+      auto& chars = index->longWordChars[length - 10];
+      for (int c = 0; c < 256; ++c)
+        if (seen[c]) chars[size_t(c) >> 6] |= 1ull << (c & 63);
     }
   }
   const size_t nodes = size_t(dico.UpperBound()) + 1;
   index->dico = &dico;
   index->nodes = int32_t(nodes);
   index->signature = Signature(dico);
+
+  // The packed tree, in one pass over the tree's nodes in the order of
+  // their numbers. A parent is always numbered before its children there,
+  // so each node reached is already numbered by its parent, and gives its
+  // children numbers side by side.
+  BlockPlan plan;
+  const size_t packedAt = plan.Add<Packed>(nodes);
+  const size_t originalAt = plan.Add<int32_t>(nodes);
+  const size_t numberAt = plan.Add<int32_t>(nodes);
+  index->block = HugeBlock(plan.Bytes());
+  const Stretch<Packed> packed = StretchAt<Packed>(index->block, packedAt, nodes);
+  const Stretch<int32_t> original = StretchAt<int32_t>(index->block, originalAt, nodes);
+  const Stretch<int32_t> number = StretchAt<int32_t>(index->block, numberAt, nodes);  // packed + 1
+  size_t count = 1;
+  number[0] = 1;
+  bool packable = true;
+  for (size_t n = 0; n < nodes && packable; ++n) {
+    const int32_t k = number[n] - 1;
+    if (k < 0) continue;  // not reached from the root
+    Packed p;
+    p.ends = dico.EndMask(int32_t(n)) >> 1;
+    p.first = int32_t(count);
+    for (int x = 1; x <= 26; ++x) {
+      const int32_t child = dico.Child(int32_t(n), x);
+      if (child == 0) continue;
+      // A child numbered before its parent, or met twice (not a tree).
+      if (size_t(child) <= n || number[size_t(child)] != 0) {
+        packable = false;
+        break;
+      }
+      p.children |= 1u << (x - 1);
+      number[size_t(child)] = int32_t(count) + 1;
+      original[count++] = int32_t(child);
+    }
+    packed[size_t(k)] = p;
+  }
+  if (packable) {
+    // How far each node reaches: children come after their parent.
+    for (size_t k = count; k-- > 0;) {
+      Packed& p = packed[k];
+      int reach = p.ends != 0 ? 1 : 0;
+      const int children = BitsSet(p.children);
+      for (int c = 0; c < children; ++c) reach = std::max(reach, 1 + int(packed[size_t(p.first + c)].reach));
+      p.reach = uint32_t(std::min(reach, 254));
+    }
+    index->packed = StretchAt<Packed>(index->block, packedAt, count);
+    index->original = StretchAt<int32_t>(index->block, originalAt, count);
+    index->number = number;
+    return index;
+  }
+
+  // Not a tree numbered parent first: the plain walk's own lists, made the
+  // old way, and no packed tree.
+  index->block = HugeBlock();
   index->childMask.assign(nodes, 0);
   index->reach.assign(nodes, 0);
   bool ordered = true;
-  // A child is always numbered after its parent: going down from the last
-  // node, every child is done before its parent.
+  // Going down from the last node, every child is done before its parent
+  // when children are numbered after their parent.
   for (size_t n = nodes; n-- > 0;) {
-    int32_t next[27];
-    for (int x = 0; x <= 26; ++x) next[x] = dico.Child(int32_t(n), x);
     uint32_t mask = 0;
-    for (int x = 1; x <= 26; ++x) mask |= uint32_t(next[x] != 0) << (x - 1);
-    index->childMask[n] = mask;
     int reach = (dico.EndMask(int32_t(n)) >> 1) != 0 ? 1 : 0;
-    for (uint32_t left = mask; left != 0; left &= left - 1) {
-      const int32_t child = next[1 + __builtin_ctz(left)];
+    for (int x = 1; x <= 26; ++x) {
+      const int32_t child = dico.Child(int32_t(n), x);
+      if (child == 0) continue;
+      mask |= 1u << (x - 1);
       if (size_t(child) <= n) ordered = false;
       reach = std::max(reach, 1 + int(index->reach[size_t(child)]));
     }
+    index->childMask[n] = mask;
     index->reach[n] = uint8_t(std::min(reach, 254));
   }
   // Not the numbering this relies on: no pruning by length at all.
   if (!ordered) std::fill(index->reach.begin(), index->reach.end(), uint8_t(254));
-
-  // The packed tree. A parent is always numbered before its children, so
-  // one pass in the order of the tree's own numbers (reading its nodes one
-  // after the other) gives each node, already numbered by its parent, the
-  // numbers of its children side by side. A node met twice (the tree would
-  // not be one), or numbers out of that order, leave no packed tree.
-  std::vector<Packed>& packed = index->packed;
-  std::vector<int32_t>& original = index->original;
-  std::vector<int32_t> number(nodes, -1);
-  packed.reserve(nodes);
-  original.reserve(nodes);
-  packed.emplace_back();
-  original.push_back(0);
-  number[0] = 0;
-  bool tree = ordered;
-  for (size_t n = 0; n < nodes && tree; ++n) {
-    const int32_t k = number[n];
-    if (k < 0) continue;  // not reached from the root
-    Packed p;
-    p.children = index->childMask[n];
-    p.ends = dico.EndMask(int32_t(n)) >> 1;
-    p.reach = index->reach[n];
-    p.first = int32_t(packed.size());
-    for (uint32_t left = p.children; left != 0; left &= left - 1) {
-      const int32_t child = dico.Child(int32_t(n), 1 + __builtin_ctz(left));
-      if (number[size_t(child)] >= 0) {
-        tree = false;
-        break;
-      }
-      number[size_t(child)] = int32_t(packed.size());
-      packed.emplace_back();
-      original.push_back(child);
-    }
-    packed[size_t(k)] = p;
-  }
-  if (!tree) {
-    packed.clear();
-    original.clear();
-  }
   return index;
 }
 
@@ -348,12 +369,23 @@ void MoveSearch::BeginSearch() {
   }
   rackReady_ = false;
   stats_ = Stats{};
+  std::shared_ptr<SearchScratch>& shared = board_.context_.Scratch;
+  if (!shared) shared = std::make_shared<SearchScratch>();
+  // A search already holding the shared lists (from a yield) keeps them.
+  lists_ = shared->lent ? &own_ : shared.get();
+  lists_->lent = true;
+  if (lists_->text.size() < 65536) lists_->text.resize(65536);
+}
+
+void MoveSearch::EndSearch() {
+  if (lists_ != nullptr) lists_->lent = false;
+  lists_ = nullptr;
 }
 
 void MoveSearch::BeginPass(int orientation) {
   orientation_ = orientation;
   memo_.clear();
-  candidates_.clear();
+  lists_->candidates.clear();
   textSize_ = 0;
   scores_.Begin(board_.squares_.data());
   if (++passStamp_ == 0) {
@@ -472,7 +504,7 @@ void MoveSearch::Candidates(const LineEntries& entries, int line, int start, con
   }
 
   for (uint32_t k = range.first; k < range.first + range.count; ++k) {
-    Candidate& candidate = candidates_[k];
+    PassCandidate& candidate = lists_->candidates[k];
     if (candidate.wordLength < minLen) continue;
     board_.Yield();
     if (candidate.wordLength > maxLen) continue;
@@ -481,9 +513,9 @@ void MoveSearch::Candidates(const LineEntries& entries, int line, int start, con
   }
 }
 
-void MoveSearch::Prove(Candidate& candidate, const LineEntries& entries, int line, int start) {
+void MoveSearch::Prove(PassCandidate& candidate, const LineEntries& entries, int line, int start) {
   ++stats_.proofs;
-  const char* w = text_.data() + candidate.text;
+  const char* w = lists_->text.data() + candidate.text;
   const int length = candidate.wordLength;
 
   // Cross-words, from the first square that is not plain.
@@ -573,7 +605,7 @@ MoveSearch::Range MoveSearch::Generate(const LineEntries& entries, int line, int
 
   Range range;
   range.minLen = minLen;
-  range.first = uint32_t(candidates_.size());
+  range.first = uint32_t(lists_->candidates.size());
   wordLength_ = 0;
   blankCount_ = 0;
   nodeCount_ = 0;
@@ -589,13 +621,13 @@ MoveSearch::Range MoveSearch::Generate(const LineEntries& entries, int line, int
     int pos = 0;
     Masque(rack_, rackLength_, node, pos);
   }
-  range.count = uint32_t(candidates_.size()) - range.first;
+  range.count = uint32_t(lists_->candidates.size()) - range.first;
   stats_.candidates += range.count;
   return range;
 }
 
 void MoveSearch::Store(int32_t after) {
-  Candidate candidate;
+  PassCandidate candidate;
   candidate.node = after;
   candidate.packed = packedNodes_;
   candidate.text = uint32_t(textSize_);
@@ -606,8 +638,8 @@ void MoveSearch::Store(int32_t after) {
   // Fixed-size copies (the working arrays and the text have room behind):
   // no call for a word of a few letters.
   const size_t need = textSize_ + size_t(wordLength_) + size_t(blankCount_);
-  if (need + 64 > text_.size()) text_.resize(std::max(2 * text_.size(), need + 64));
-  char* out = text_.data() + textSize_;
+  if (need + 64 > lists_->text.size()) lists_->text.resize(std::max(2 * lists_->text.size(), need + 64));
+  char* out = lists_->text.data() + textSize_;
   if (wordLength_ <= 16)
     std::memcpy(out, word_, 16);
   else
@@ -618,7 +650,7 @@ void MoveSearch::Store(int32_t after) {
   else
     std::memcpy(out, blanks_, size_t(blankCount_));
   textSize_ = need;
-  candidates_.push_back(candidate);
+  lists_->candidates.push_back(candidate);
 }
 
 void MoveSearch::Push(int32_t node) {
@@ -912,7 +944,7 @@ void MoveSearch::Place(char letter, const char* letters, int count, int i, int32
     if (pos < maskLength_) {
       int32_t child = dico_.Child(node, x);
       // Below a node that cannot reach the least length nothing is kept.
-      if (child != 0 && wordLength_ + tree_->reach[size_t(child)] >= minLen_) {
+      if (child != 0 && wordLength_ + tree_->ReachOf(child) >= minLen_) {
         char rest[kMaxRack + 16];
         if (count <= 16) {
           // Fixed-size copies: no call for a rack of a few letters.

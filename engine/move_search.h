@@ -22,6 +22,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "engine/huge_array.h"
 #include "engine/scoring.h"
 #include "engine/solution_set.h"
 
@@ -38,22 +39,36 @@ struct WordTreeIndex {
   const ClsDico* dico = nullptr;
   int32_t nodes = 0;
   uint64_t signature = 0;
-  std::vector<uint32_t> childMask;
-  std::vector<uint8_t> reach;
 
-  // The same tree renumbered so that the children of a node lie side by
-  // side, in letter order, each node in one small record: the walk of a
-  // pattern search then reads one record a step, and the children of a
-  // node (all tried in turn under a blank) share a few cache lines. The root
-  // is 0 here too, and 0 is no child. Empty when the tree is not a tree.
+  // The tree renumbered so that the children of a node lie side by side, in
+  // letter order, each node in one small record: the walk of a pattern
+  // search then reads one record a step, and the children of a node (all
+  // tried in turn under a blank) share a few cache lines. The root is 0 here
+  // too, and 0 is no child. Empty when the tree is not a tree whose children
+  // are numbered after their parent.
   struct Packed {
     uint32_t children = 0;  // the letters that lead on (bit 0 = A)
     uint32_t ends = 0;      // the letters that end a word here (bit 0 = A)
     int32_t first = 0;      // the child by the first letter of `children`
-    uint32_t reach = 0;     // as `reach` above
+    uint32_t reach = 0;     // the most letters from here to a word's end (at most 254)
   };
-  std::vector<Packed> packed;
-  std::vector<int32_t> original;  // the node of the tree for each packed one
+  HugeBlock block;              // where the stretches below lie
+  Stretch<Packed> packed;
+  Stretch<int32_t> original;    // the node of the tree for each packed one
+  Stretch<int32_t> number;      // the packed number + 1 of each node of the tree, 0 if none
+
+  // Without a packed tree, for the plain walk: the letters that lead on
+  // from each node of the tree, and how far it reaches.
+  std::vector<uint32_t> childMask;
+  std::vector<uint8_t> reach;
+
+  // The same for any node of the tree that the root leads to.
+  uint32_t ChildMaskOf(int32_t node) const {
+    return packed.empty() ? childMask[size_t(node)] : packed[size_t(number[size_t(node)] - 1)].children;
+  }
+  int ReachOf(int32_t node) const {
+    return packed.empty() ? reach[size_t(node)] : int(packed[size_t(number[size_t(node)] - 1)].reach);
+  }
 
   bool HasPacked() const { return !packed.empty(); }
 
@@ -89,12 +104,35 @@ struct WordTreeIndex {
   static uint64_t Signature(const ClsDico& dico);
 };
 
+// A word the pattern search kept for a mask, and what its proof gave.
+struct PassCandidate {
+  uint32_t text;    // word then blank letters, in text_
+  uint8_t wordLength;
+  uint8_t blankCount;
+  int8_t state;     // 0 not proven yet, 1 a play, -1 dropped
+  bool packed;      // node is a node of the packed tree
+  int32_t scored;   // index in the board's plays_ when a play
+  int32_t node;     // the tree node reached after the word
+};
+
+// The working lists of a search pass: the words kept and their letters.
+// They grow to a few megabytes in a rich search; one set is kept in the
+// program's context and lent to the board that searches, so that a new
+// board does not pay again for fresh memory.
+struct SearchScratch {
+  std::vector<PassCandidate> candidates;
+  std::vector<char> text;  // each word then its blank letters
+  bool lent = false;
+};
+
 class MoveSearch {
  public:
   explicit MoveSearch(ClsPlateau& board);
 
-  // A new search: nothing of the last one holds.
+  // A new search: nothing of the last one holds. The working lists are
+  // borrowed from the context until EndSearch.
   void BeginSearch();
+  void EndSearch();
   // A new pass, with the board turned (orientation 1) or not.
   void BeginPass(int orientation);
 
@@ -125,15 +163,6 @@ class MoveSearch {
   static void ForcePlainWalk(bool plain) { plainWalkForced_ = plain; }
 
  private:
-  struct Candidate {
-    uint32_t text;    // word then blank letters, in text_
-    uint8_t wordLength;
-    uint8_t blankCount;
-    int8_t state;     // 0 not proven yet, 1 a play, -1 dropped
-    bool packed;      // node is a node of the packed tree
-    int32_t scored;   // index in the board's plays_ when a play
-    int32_t node;     // the tree node reached after the word
-  };
   struct Range {
     uint32_t first = 0, count = 0;
     int minLen = 0;  // the shortest word kept
@@ -161,10 +190,10 @@ class MoveSearch {
   void LayEach(uint32_t used, int count, int32_t node, uint32_t useful);
   struct RackLeft;
   const RackLeft& RackLeftAfter(uint32_t used);
-  uint32_t ChildMask(int32_t node) const { return tree_->childMask[size_t(node)]; }
+  uint32_t ChildMask(int32_t node) const { return tree_->ChildMaskOf(node); }
   void Push(int32_t node);
   void Pop(int32_t& node);
-  void Prove(Candidate& candidate, const LineEntries& entries, int line, int start);
+  void Prove(PassCandidate& candidate, const LineEntries& entries, int line, int start);
   bool IsWordAsGiven(std::string& word) const;
   bool GoesOnToAWord(int32_t after, bool packed, int wordLength, std::string_view joined) const;
   bool WalkFixedPacked(int32_t& node);
@@ -214,8 +243,8 @@ class MoveSearch {
 
   // What the pass keeps.
   std::unordered_map<Key, Range, KeyHash> memo_;
-  std::vector<Candidate> candidates_;
-  std::vector<char> text_;
+  SearchScratch* lists_ = nullptr;  // borrowed, or own_
+  SearchScratch own_;
   size_t textSize_ = 0;
   PassScores scores_;
   uint32_t crossSet_[225] = {};

@@ -191,7 +191,14 @@ TEST(QuickWalk, ThePackedTreeIsTheWordTreeRenumbered) {
     const int32_t n = index->original[k];
     const WordTreeIndex::Packed& p = index->packed[k];
     ASSERT_EQ(p.ends, dico.EndMask(n) >> 1) << k;
-    ASSERT_EQ(p.reach, index->reach[size_t(n)]) << k;
+    ASSERT_EQ(index->number[size_t(n)], int32_t(k) + 1) << k;
+    ASSERT_EQ(int(p.reach), index->ReachOf(n)) << k;
+    ASSERT_EQ(p.children, index->ChildMaskOf(n)) << k;
+    // How far a node reaches, worked out again from its children.
+    int reach = p.ends != 0 ? 1 : 0;
+    for (int letter = 0; letter < 26; ++letter)
+      if (const int32_t c = index->PackedChild(int32_t(k), letter)) reach = std::max(reach, 1 + int(index->packed[size_t(c)].reach));
+    ASSERT_EQ(int(p.reach), std::min(reach, 254)) << k;
     int32_t expectedNext = p.first;
     for (int letter = 0; letter < 26; ++letter) {
       const int32_t child = dico.Child(n, letter + 1);

@@ -453,6 +453,54 @@ TEST(SolutionSet, PlaysReadDuringASearchStayWhatTheyWere) {
   }
 }
 
+// Boards of one program share the working lists of a search; a board that
+// searches while another's search waits at a yield works with its own, and
+// both find what they find alone.
+TEST(SolutionSet, ASearchStartedFromAnothersYieldFindsWhatItFindsAlone) {
+  const MidGame a = BoardOfTurn(4, 8), b = BoardOfTurn(5, 10);
+  const auto alone = [](const MidGame& mid, const std::string& rack) {
+    EngineContext context;
+    ClsPlateau board(RealLexicon(), context);
+    LoadBoard(board, mid.board);
+    std::string letters = rack;
+    board.TrouveSolution(letters);
+    return Findings(board);
+  };
+  const Plays expectedA = alone(a, "es?arit"), expectedB = alone(b, "lnr?eas");
+
+  EngineContext context;
+  ClsPlateau first(RealLexicon(), context), second(RealLexicon(), context);
+  LoadBoard(first, a.board);
+  LoadBoard(second, b.board);
+  struct Inner {
+    ClsPlateau* board = nullptr;
+    int yields = 0;
+    Plays found;
+    static void Hook(void* c) {
+      auto* in = static_cast<Inner*>(c);
+      if (++in->yields != 300) return;
+      std::string letters = "lnr?eas";
+      in->board->TrouveSolution(letters);
+      in->found = Findings(*in->board);
+    }
+  } inner;
+  inner.board = &second;
+  first.SetYield({&Inner::Hook, &inner});
+  std::string letters = "es?arit";
+  first.TrouveSolution(letters);
+  first.SetYield({});
+  ASSERT_GE(inner.yields, 300);
+  EXPECT_EQ(inner.found, expectedB);
+  EXPECT_EQ(Findings(first), expectedA);
+  // And the lists go back: the next searches, one after the other, agree.
+  letters = "lnr?eas";
+  second.TrouveSolution(letters);
+  EXPECT_EQ(Findings(second), expectedB);
+  letters = "es?arit";
+  first.TrouveSolution(letters);
+  EXPECT_EQ(Findings(first), expectedA);
+}
+
 TEST(SolutionSet, TheFirstOfTheBestAndPlaysNearAFraction) {
   const MidGame mid = BoardOfTurn(6, 7);
   EngineContext context;
