@@ -93,7 +93,16 @@ bool SearchBoth(Twins& t, const std::string& rack, const std::string& what) {
 // Plays whole games on both, the search of each turn compared; every few
 // turns an extra rack (with blanks) is searched first in the same turn, so
 // that the second search writes further into TabSens.
-Compared PlayTwinGames(uint64_t seed, int games, int extraEvery, int maxBlanks, int maxTurns) {
+// Extra racks: up to maxBlanks blanks (exactly that many when `exactBlanks`),
+// their letters drawn from `alphabet`, from turn `firstExtraTurn` on.
+struct Extras {
+  bool exactBlanks = false;
+  std::string alphabet = "abcdefghijklmnopqrstuvwxyz";
+  int firstExtraTurn = 1;
+};
+
+Compared PlayTwinGames(uint64_t seed, int games, int extraEvery, int maxBlanks, int maxTurns,
+                       const Extras& extras = {}) {
   compared = Compared{};
   const Lexicon& lexicon = RealLexicon();
   Twins t(lexicon, seed);
@@ -118,12 +127,13 @@ Compared PlayTwinGames(uint64_t seed, int games, int extraEvery, int maxBlanks, 
       if (rack.empty()) break;
       std::ostringstream what;
       what << "seed " << seed << " game " << game << " turn " << turn;
-      if (extraEvery > 0 && turn % extraEvery == 0 && !t.engine.SubWordFirst()) {
+      if (extraEvery > 0 && turn % extraEvery == 0 && turn >= extras.firstExtraTurn &&
+          !t.engine.SubWordFirst()) {
         // A rack of random letters with up to maxBlanks blanks.
         std::string extra;
-        const int blanks = int(draws.Below(uint32_t(maxBlanks + 1)));
+        const int blanks = extras.exactBlanks ? maxBlanks : int(draws.Below(uint32_t(maxBlanks + 1)));
         for (int k = 0; k < blanks; ++k) extra += '?';
-        while (extra.size() < 7) extra += char('a' + draws.Below(26));
+        while (extra.size() < 7) extra += extras.alphabet[draws.Below(uint32_t(extras.alphabet.size()))];
         if (!SearchBoth(t, extra, what.str() + " extra rack " + extra)) return compared;
       }
       if (!SearchBoth(t, rack, what.str() + " rack " + rack)) return compared;
@@ -160,6 +170,23 @@ TEST(EngineEquivalence, SecondSearchesInATurnWithOneBlank) {
 TEST(EngineEquivalence, TwoBlanksUpToCrowdedBoards) {
   const Compared done = PlayTwinGames(37, 3, 2, 2, 40);
   EXPECT_GT(done.withTwoBlanks, 10);
+}
+
+// The richest searches: racks of frequent letters, often repeated, with one
+// and with two blanks, every turn of the second half of games, on boards as
+// crowded as they get.
+TEST(EngineEquivalence, RichBlankRacksOnCrowdedBoards) {
+  Extras rich;
+  rich.exactBlanks = true;
+  rich.alphabet = "eeeaaiissnnrrttluo";
+  rich.firstExtraTurn = 12;
+  const Compared two = PlayTwinGames(41, 2, 1, 2, 40, rich);
+  EXPECT_GT(two.withTwoBlanks, 25);
+  EXPECT_GT(two.findings, 400000);
+  if (HasFailure()) return;
+  const Compared one = PlayTwinGames(53, 2, 1, 1, 40, rich);
+  EXPECT_GT(one.searches, 60);
+  EXPECT_GT(one.findings, 100000);
 }
 
 TEST(EngineEquivalence, ManyOpeningsAndEarlyBoards) {
