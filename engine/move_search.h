@@ -10,7 +10,12 @@
 //   tried there (the proof would drop every word holding it);
 // - the letters allowed on each square are worked out once per pass;
 // - the words of a mask, their proof and their score are kept for the pass,
-//   since the same start on the same line comes back from neighbouring tiles.
+//   since the same start on the same line comes back from neighbouring tiles;
+// - the walk runs on a packed copy of the word tree, the rack left read from
+//   a table, and looks one cell ahead before going on (the quick walk; the
+//   plain walk, letter for letter the pattern search, takes odd racks);
+// - a play is scored by arithmetic along its row (PassScores) and kept flat:
+//   a play found again is counted again by its index.
 // The board does not change during a pass (a letter laid for a moment is
 // always taken back), so all of this holds for the whole pass.
 
@@ -33,8 +38,9 @@ class ClsDico;
 struct Lexicon;
 struct LineEntries;
 
-// The word tree seen from each node: the letters that lead on (bit 0 = A),
-// and the most letters that can still follow on the way to a word's end.
+// The word tree as the search reads it, worked out once for the program:
+// packed for the quick walk, with the letters that lead on (bit 0 = A) and
+// the most letters that can still follow on the way to a word's end.
 struct WordTreeIndex {
   const ClsDico* dico = nullptr;
   int32_t nodes = 0;
