@@ -1,8 +1,6 @@
 // ostrane-cli solve, score and bench, run as a user runs them.
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
 #include <unistd.h>
 
 #include <algorithm>
@@ -15,45 +13,12 @@
 
 #include "engine/board_text.h"
 #include "tests/engine/engine_test_support.h"
+#include "tests/support/cli_run.h"
 
 namespace ostrane::test {
 namespace {
 
-struct CliRun {
-  int status = -1;
-  std::string out, err;
-};
-
-std::string Quote(const std::string& arg) {
-  std::string quoted = "'";
-  for (char c : arg) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-  return quoted + "'";
-}
-
-CliRun Cli(const std::vector<std::string>& args) {
-  static const std::filesystem::path dir = [] {
-    auto made = std::filesystem::temp_directory_path() / ("ostrane-cli-test-" + std::to_string(getpid()));
-    std::filesystem::create_directories(made);
-    return made;
-  }();
-  std::string command = Quote(OSTRANE_CLI);
-  for (const std::string& arg : args) command += " " + Quote(arg);
-  const auto errPath = dir / "stderr.txt";
-  command += " 2>" + Quote(errPath.string());
-  CliRun run;
-  FILE* pipe = popen(command.c_str(), "r");
-  if (!pipe) return run;
-  char buffer[4096];
-  size_t n;
-  while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0) run.out.append(buffer, n);
-  const int status = pclose(pipe);
-  run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  std::ifstream err(errPath);
-  std::stringstream text;
-  text << err.rdbuf();
-  run.err = text.str();
-  return run;
-}
+CliRun Cli(const std::vector<std::string>& args) { return RunCli(args); }
 
 std::string WriteBoard(const std::string& name, const std::string& text) {
   const auto path = std::filesystem::temp_directory_path() / ("ostrane-board-" + std::to_string(getpid()) + "-" + name);

@@ -3,14 +3,14 @@
 // files a game leaves.
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
-
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
 #include <vector>
+
+#include "tests/support/cli_run.h"
 
 namespace ostrane::test {
 namespace {
@@ -27,18 +27,11 @@ class Autoplay : public ::testing::Test {
 
   // Runs the tool in the test's folder; returns its exit status and output.
   int Run(const std::vector<std::string>& args, std::string* out = nullptr) {
-    std::string command = "'" + std::string(OSTRANE_CLI) + "' autoplay --dir '" + dir_.string() + "'";
-    for (const std::string& arg : args) command += " '" + arg + "'";
-    command += " 2>/dev/null";
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe) return -1;
-    std::string text;
-    char buffer[4096];
-    size_t n;
-    while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0) text.append(buffer, n);
-    const int status = pclose(pipe);
-    if (out) *out = text;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    std::vector<std::string> all = {"autoplay", "--dir", dir_.string()};
+    all.insert(all.end(), args.begin(), args.end());
+    const CliRun run = RunCli(all);
+    if (out) *out = run.out;
+    return run.status;
   }
   void Write(const std::string& name, const std::string& bytes) {
     std::ofstream(dir_ / name, std::ios::binary) << bytes;
