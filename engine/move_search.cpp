@@ -420,10 +420,39 @@ uint32_t MoveSearch::CrossSet(int x, int y) {
   std::string word;
   for (int row = top; row <= bottom; ++row) word += UpperAscii(board_.At(x, row));
   uint32_t set = 0;
-  for (char letter = 'A'; letter <= 'Z'; ++letter) {
-    word[size_t(y - top)] = letter;
-    std::string tested = word;
-    if (IsWordAsGiven(tested)) set |= Bit(letter);
+  bool letters = true;
+  for (int row = top; row <= bottom; ++row) letters &= row == y || IsLetter(word[size_t(row - top)]);
+  if (letters && word.size() <= 9) {
+    // The word test walked in the tree as it walks (the first letter's node
+    // is its code, each further letter leads on, the last ends a word), the
+    // tiles above walked once for all 26 letters.
+    const int above = y - top, below = bottom - y;
+    int32_t node = 0;
+    for (int k = 0; k < above && (k == 0 || node != 0); ++k)
+      node = k == 0 ? LetterCode(word[0]) : dico_.FindNode(node, LetterCode(word[size_t(k)]));
+    for (char letter = 'A'; letter <= 'Z' && (above == 0 || node != 0); ++letter) {
+      // The letters after the first: (node, code) is the step to take.
+      int32_t at = above == 0 ? LetterCode(letter) : node;
+      bool valid = true;
+      const int steps = below + (above == 0 ? 0 : 1);
+      for (int k = 0; k < steps && valid; ++k) {
+        const int code = (above != 0 && k == 0) ? LetterCode(letter)
+                                                : LetterCode(word[size_t(y - top + 1 + k - (above != 0 ? 1 : 0))]);
+        if (k + 1 == steps) {
+          valid = dico_.FindNode(at, code) != 0 && dico_.IsWordInNode(at, code);
+        } else {
+          at = dico_.FindNode(at, code);
+          valid = at != 0;
+        }
+      }
+      if (valid && steps > 0) set |= Bit(letter);
+    }
+  } else {
+    for (char letter = 'A'; letter <= 'Z'; ++letter) {
+      word[size_t(y - top)] = letter;
+      std::string tested = word;
+      if (IsWordAsGiven(tested)) set |= Bit(letter);
+    }
   }
   crossStamp_[index] = passStamp_;
   crossSet_[index] = set;

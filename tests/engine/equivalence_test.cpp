@@ -277,6 +277,56 @@ TEST(QuickWalk, LongWordsAreRuledOutOnlyByCharactersNoneOfThemHolds) {
   EXPECT_GT(kept, 600);
 }
 
+// The letters a free square can take under or over tiles, as the search
+// works them out, against the word test of each cross-word laid as a text:
+// on random boards with runs of tiles of every length, blanks among them.
+TEST(QuickWalk, CrossSetsAreTheLettersWhoseCrossWordIsAWord) {
+  const Lexicon& lexicon = RealLexicon();
+  EngineContext context;
+  ClsPlateau board(lexicon, context);
+  ClsExpressions words;
+  words.SubDico(lexicon);
+  Rng draws(77);
+  const std::string common = "eeaaisnrtoulcdmp";
+  int64_t squares = 0, withLetters = 0;
+  for (int b = 0; b < 60; ++b) {
+    for (int y = 0; y < 15; ++y)
+      for (int x = 0; x < 15; ++x) {
+        char c = '\0';
+        if (draws.Below(100) < 20 + uint32_t(b % 5) * 12) {
+          c = common[draws.Below(uint32_t(common.size()))];
+          if (draws.Below(10) == 0) c = UpperAscii(c);
+        }
+        board.SetSquare(x, y, c);
+      }
+    MoveSearch search(board);
+    search.BeginSearch();
+    search.BeginPass(0);
+    for (int y = 0; y < 15; ++y)
+      for (int x = 0; x < 15; ++x) {
+        if (board.Square(x, y) != '\0') continue;
+        const bool crossed = (y > 0 && board.Square(x, y - 1) != '\0') || (y < 14 && board.Square(x, y + 1) != '\0');
+        if (!crossed) continue;
+        int top = y, bottom = y;
+        while (top > 0 && board.Square(x, top - 1) != '\0') --top;
+        while (bottom < 14 && board.Square(x, bottom + 1) != '\0') ++bottom;
+        uint32_t expected = 0;
+        for (char letter = 'A'; letter <= 'Z'; ++letter) {
+          std::string text;
+          for (int row = top; row <= bottom; ++row) text += row == y ? letter : UpperAscii(board.Square(x, row));
+          int32_t node = 0;
+          if (words.SubWordIsTrue(text, node)) expected |= 1u << (letter - 'A');
+        }
+        ASSERT_EQ(search.CrossSet(x, y), expected) << "board " << b << " square " << x << "," << y;
+        ++squares;
+        withLetters += expected != 0;
+      }
+    search.EndSearch();
+  }
+  EXPECT_GT(squares, 3000);
+  EXPECT_GT(withLetters, 500);
+}
+
 // The quick walk of the pattern search against the plain one, a letter-by-
 // letter transcription of it: on the boards of seeded games, with the
 // turn's rack and racks with one to three blanks, repeated letters, and
