@@ -27,7 +27,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "engine/huge_array.h"
+#include "lexicon/huge_array.h"
 #include "engine/scoring.h"
 #include "engine/solution_set.h"
 

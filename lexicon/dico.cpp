@@ -2,12 +2,6 @@
 
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
-#include <new>
-
-#ifdef __linux__
-#include <sys/mman.h>
-#endif
 
 #include "lexicon/fatal.h"
 #include "lexicon/tables.h"
@@ -41,14 +35,6 @@ std::string PercentText(int32_t index, int32_t count) {
 // by small pages costs more than the build itself.
 }  // namespace
 
-void NodeBlockRelease::operator()(void*) const noexcept {
-#ifdef __linux__
-  if (base) munmap(base, bytes);
-#else
-  std::free(base);
-#endif
-}
-
 void ClsDico::IndexError(int32_t pere, int idx) {
   FatalIndex("noeud " + std::to_string(pere) + ", lettre", idx);
 }
@@ -63,11 +49,12 @@ bool ClsDico::DictionaryOrg(std::string_view dicoBytes, const Progress& progress
   // never more than the letters after the first of every word.
   size_t most = size_t(kFirstFreeNode);
   for (int32_t i = 0; i < nbMots_; ++i) most += lines.Element(i).size();
-  nodes_ = AllocateNodes(most);
+  block_ = HugeBlock(most * sizeof(Node));
+  nodes_ = reinterpret_cast<Node*>(block_.data());
   capacity_ = most;
   count_ = size_t(kFirstFreeNode);
   lngLibre_ = kFirstFreeNode - 1;
-  for (int i = 1; i <= 26; ++i) nodes_.get()[0].next[i] = i;
+  for (int i = 1; i <= 26; ++i) nodes_[0].next[i] = i;
 
   for (int32_t i = 0; i < nbMots_; ++i) {
     const std::string_view word = lines.Element(i);
@@ -85,7 +72,7 @@ void ClsDico::SubAjouteMot(int32_t pere, std::string_view rest, std::string_view
   for (;;) {
     const int c = LetterCode(rest.front());
     if (c < 0 || c >= kSlots) InsertionError(kErrIndex);
-    Node* const nodes = nodes_.get();
+    Node* const nodes = nodes_;
     int32_t next = nodes[pere].next[c];
     if (next == 0) {
       next = ++lngLibre_;
@@ -104,33 +91,16 @@ void ClsDico::SubAjouteMot(int32_t pere, std::string_view rest, std::string_view
   if (int(len) > lgMax_) lgMax_ = int(len);
 }
 
-std::unique_ptr<ClsDico::Node, ClsDico::Release> ClsDico::AllocateNodes(size_t count) {
-  const size_t bytes = count * sizeof(Node);
-#ifdef __linux__
-  constexpr size_t kHugePage = size_t(2) << 20;
-  const size_t mapped = bytes + kHugePage;
-  void* base = mmap(nullptr, mapped, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-  if (base == MAP_FAILED) throw std::bad_alloc();
-  const uintptr_t aligned = (reinterpret_cast<uintptr_t>(base) + kHugePage - 1) & ~(kHugePage - 1);
-  madvise(reinterpret_cast<void*>(aligned), bytes, MADV_HUGEPAGE);
-  return std::unique_ptr<Node, Release>(reinterpret_cast<Node*>(aligned), Release{base, mapped});
-#else
-  void* base = std::calloc(count, sizeof(Node));
-  if (!base) throw std::bad_alloc();
-  return std::unique_ptr<Node, Release>(static_cast<Node*>(base), Release{base, bytes});
-#endif
-}
-
 int64_t ClsDico::EdgeCount() const {
   int64_t edges = 0;
   for (size_t n = 1; n < count_; ++n)
-    for (int c = 0; c < kSlots; ++c) edges += nodes_.get()[n].next[c] != 0;
+    for (int c = 0; c < kSlots; ++c) edges += nodes_[n].next[c] != 0;
   return edges;
 }
 
 int64_t ClsDico::WordEndCount() const {
   int64_t ends = 0;
-  for (size_t n = 0; n < count_; ++n) ends += __builtin_popcount(nodes_.get()[n].ends);
+  for (size_t n = 0; n < count_; ++n) ends += __builtin_popcount(nodes_[n].ends);
   return ends;
 }
 

@@ -8,19 +8,13 @@
 
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace ostrane {
+#include "lexicon/huge_array.h"
 
-// Gives back the block that holds the nodes of a tree.
-struct NodeBlockRelease {
-  void* base = nullptr;
-  size_t bytes = 0;
-  void operator()(void*) const noexcept;
-};
+namespace ostrane {
 
 class ClsDico {
  public:
@@ -40,18 +34,18 @@ class ClsDico {
   // Indices outside the tree or outside 0..26 end the program (index error).
   int32_t FindNode(int32_t pere, int idx) const {
     if (!InRange(pere, idx)) IndexError(pere, idx);
-    return nodes_.get()[pere].next[idx];
+    return nodes_[pere].next[idx];
   }
   bool IsWordInNode(int32_t pere, int idx) const {
     if (!InRange(pere, idx)) IndexError(pere, idx);
-    return (nodes_.get()[pere].ends >> idx) & 1u;
+    return (nodes_[pere].ends >> idx) & 1u;
   }
 
   // Unchecked steps for hot paths whose indices are known to be good.
-  int32_t Child(int32_t pere, int idx) const noexcept { return nodes_.get()[pere].next[idx]; }
-  bool Ends(int32_t pere, int idx) const noexcept { return (nodes_.get()[pere].ends >> idx) & 1u; }
+  int32_t Child(int32_t pere, int idx) const noexcept { return nodes_[pere].next[idx]; }
+  bool Ends(int32_t pere, int idx) const noexcept { return (nodes_[pere].ends >> idx) & 1u; }
   // Bit c set when a word ends with letter code c at this node.
-  uint32_t EndMask(int32_t node) const noexcept { return nodes_.get()[node].ends; }
+  uint32_t EndMask(int32_t node) const noexcept { return nodes_[node].ends; }
 
   // The highest node number handed out.
   int32_t LngLibre() const { return lngLibre_; }
@@ -84,9 +78,8 @@ class ClsDico {
 
   // The nodes live in one zero-filled block, reserved for the most nodes the
   // list could need and touched only as far as they are used.
-  using Release = NodeBlockRelease;
-  static std::unique_ptr<Node, Release> AllocateNodes(size_t count);
-  std::unique_ptr<Node, Release> nodes_;
+  HugeBlock block_;
+  Node* nodes_ = nullptr;
   size_t count_ = 0;     // nodes handed out, the root and letters included
   size_t capacity_ = 0;  // nodes the block holds
   int32_t lngLibre_ = 0;

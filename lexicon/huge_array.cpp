@@ -1,4 +1,4 @@
-#include "engine/huge_array.h"
+#include "lexicon/huge_array.h"
 
 #include <cstdlib>
 #include <new>

@@ -1,7 +1,7 @@
 #pragma once
-// Zero-filled memory asked for in huge pages, for the word-tree index that
-// the first search of a program works out: a few megabytes that in small
-// pages would cost thousands of page faults, each dear on a virtual machine.
+// Zero-filled memory asked for in huge pages, for the word tree and the index
+// the first search of a program works out: megabytes that in small pages
+// would cost thousands of page faults, each dear on a virtual machine.
 
 #include <cstddef>
 #include <cstdint>
