@@ -30,9 +30,6 @@ std::string PercentText(int32_t index, int32_t count) {
   return text;
 }
 
-// Zero-filled memory for `count` nodes. On Linux the block is mapped lazily
-// and asked for huge pages: a build touches some 30 MB, and faulting that in
-// by small pages costs more than the build itself.
 }  // namespace
 
 void ClsDico::IndexError(int32_t pere, int idx) {

@@ -282,25 +282,30 @@ void ClsExpressions::Reorder(std::vector<std::string_view>& order) {
   offsets_.swap(offsets);
 }
 
-void ClsExpressions::SubRange() {
+bool ClsExpressions::ResultsToSort(std::vector<std::string_view>& order) {
   const int32_t n = SubEntierMot();
-  if (n == 0) return;
-  if (n >= kSortLimit) return TooManyToSort();
-  std::vector<std::string_view> order;
+  if (n == 0) return false;
+  if (n >= kSortLimit) {
+    TooManyToSort();
+    return false;
+  }
   order.reserve(size_t(n));
   for (int32_t i = 1; i <= n; ++i) order.push_back(GetMot(i));
+  return true;
+}
+
+void ClsExpressions::SubRange() {
+  std::vector<std::string_view> order;
+  if (!ResultsToSort(order)) return;
   std::sort(order.begin(), order.end());
   Reorder(order);
 }
 
 void ClsExpressions::SubRangeLong() {
-  const int32_t n = SubEntierMot();
-  if (n == 0) return;
-  if (n >= kSortLimit) return TooManyToSort();
-  // Longest first; among equal lengths the order left by the exchanges.
+  // Longest first, equal lengths in the order found. SubRange always comes
+  // after it, so this order never lasts.
   std::vector<std::string_view> order;
-  order.reserve(size_t(n));
-  for (int32_t i = 1; i <= n; ++i) order.push_back(GetMot(i));
+  if (!ResultsToSort(order)) return;
   std::stable_sort(order.begin(), order.end(),
                    [](std::string_view a, std::string_view b) { return a.size() > b.size(); });
   Reorder(order);

@@ -69,6 +69,9 @@ class ClsExpressions {
                   uint32_t& tried);
   void CutTo(int32_t count);
   void TooManyToSort();
+  // The results in their order, for a sort; false when there is nothing to
+  // sort, or too much (the message of TooManyToSort shown).
+  bool ResultsToSort(std::vector<std::string_view>& order);
   // Rebuilds the results in the order of `order`.
   void Reorder(std::vector<std::string_view>& order);
 

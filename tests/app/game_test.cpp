@@ -430,7 +430,7 @@ void GameTest::wholeGameThroughTheWindows() {
           s.pilot.tourTexts.join(QLatin1Char('\n')).contains(QStringLiteral("- Le jeton du joker est représenté")));
   QCOMPARE(s.pilot.proposals.size(), 1);
   QVERIFY(s.Model().Proposition.has_value());
-  QCOMPARE(s.host.sounds.Count(103), 1);  // the end of the search
+  QCOMPARE(test::Count(s.host.sounds.played, 103), 1);  // the end of the search
   QVERIFY(!w->CmdNew()->isEnabled());
   QVERIFY(w->CmdArret()->isVisible());
   QVERIFY(w->Board()->ImgXY()->isVisible());
@@ -440,9 +440,9 @@ void GameTest::wholeGameThroughTheWindows() {
   while (true) {
     FrmPlateau& m = s.Model();
     QVERIFY2(m.Proposition.has_value(), "every rack of this bag has a play");
-    const int releasesBefore = s.host.sounds.Count(101);
+    const int releasesBefore = test::Count(s.host.sounds.played, 101);
     QVERIFY(LayProposition(s));
-    QVERIFY(s.host.sounds.Count(101) > releasesBefore);  // each release clicks
+    QVERIFY(test::Count(s.host.sounds.played, 101) > releasesBefore);  // each release clicks
     QVERIFY(!w->Board()->ImgXY()->isVisible());          // the first release took the arrow away
     QCOMPARE(w->LblPts()->text(), QString::number(m.Proposition->CountP));
     QVERIFY(w->CmdValider()->isEnabled());
@@ -480,7 +480,7 @@ void GameTest::wholeGameThroughTheWindows() {
   for (int r = 0; r < 15; ++r)
     for (int c = 0; c < 15; ++c) laid += s.Model().ObjPlateau->Square(c, r) != 0;
   QCOMPARE(laid, 19);  // the whole bag
-  QCOMPARE(s.host.sounds.Count(106), 1);
+  QCOMPARE(test::Count(s.host.sounds.played, 106), 1);
 
   // The end: FrmFini a second later, then the best scores.
   const QString total = w->LblPtsJoueur()->text();

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <random>
 
+#include "records/game_journal.h"
 #include "tests/game/game_fixture.h"
 
 namespace ostrane::test {
@@ -13,63 +14,37 @@ namespace {
 
 class Bag : public GameTest {};
 
-TEST_F(Bag, StartBagsFollowTheChosenSet) {
-  const char* expected[] = {nullptr, "AACEEEEEEIMNRSSSTU", "AACEEEFIKNNNNNNRTWWZ", "AAAABEEEGIILLNNOST?"};
+TEST_F(Bag, StartBagsFollowTheChosenSetAndTheDisplayWrapsFrom34Tiles) {
+  const char* expected[] = {"", "AACEEEEEEIMNRSSSTU", "AACEEEFIKNNNNNNRTWWZ", "AAAABEEEGIILLNNOST?"};
   for (int pioche = 0; pioche <= 3; ++pioche) {
     program.IntPioche = int16_t(pioche);
     Load();
     EXPECT_TRUE(form->OptPioche[size_t(pioche)].value);
-    if (pioche == 0) {
-      EXPECT_EQ(program.StrSac.size(), 102u);
-      EXPECT_EQ(program.StrSac.substr(0, 11), "AAAAAAAAABB");
-      EXPECT_EQ(program.StrSac.substr(96), "WXYZ??");  // table order, blanks last
-    } else {
-      EXPECT_EQ(program.StrSac, expected[pioche]);
-    }
+    EXPECT_EQ(program.StrSac, pioche ? expected[pioche] : StartBag(0));
   }
-  // A change after the load is for the next game only.
-  program.IntPioche = 0;
-  Load();
-  form->OptPioche_Click(2);
-  EXPECT_EQ(program.IntPioche, 2);
-  EXPECT_EQ(program.StrSac.size(), 102u);
-  form->OptJok_Click(3);
-  EXPECT_EQ(program.IntJok, 3);
-  EXPECT_TRUE(form->OptJok[3].value);
-  EXPECT_FALSE(form->OptJok[1].value);
-}
+  EXPECT_EQ(StartBag(0).size(), 102u);
+  EXPECT_EQ(StartBag(0).substr(0, 11), "AAAAAAAAABB");
+  EXPECT_EQ(StartBag(0).substr(96), "WXYZ??");  // table order, blanks last
+  form->OptPioche_Click(0);  // for the next game only
+  EXPECT_EQ(program.IntPioche, 0);
+  EXPECT_EQ(program.StrSac, expected[3]);
 
-TEST_F(Bag, DisplayHasOneLineUnder34TilesAndThreeFrom34) {
-  Load();
-  program.StrSac = std::string(33, 'A');
-  form->SubAfficheSac();
-  EXPECT_EQ(form->LblLetReste.text, "\r\n" + std::string(33, 'A'));
-  program.StrSac = "ABCDEFGHIJKLMNOPQRSTUVWXYZABCDEFGH";  // 34: 11.33 a line
-  form->SubAfficheSac();
-  EXPECT_EQ(form->LblLetReste.text, "ABCDEFGHIJK\r\nLMNOPQRSTUV\r\nWXYZABCDEFGH");
-  program.StrSac = std::string(37, 'B') + "C";  // 38 / 3 = 12.67: 13
-  form->SubAfficheSac();
-  EXPECT_EQ(form->LblLetReste.text,
-            std::string(13, 'B') + "\r\n" + std::string(13, 'B') + "\r\n" + std::string(11, 'B') + "C");
-  program.StrSac = std::string(100, 'E') + "??";  // 102 / 3 = 34
-  form->SubAfficheSac();
-  EXPECT_EQ(form->LblLetReste.text,
-            std::string(34, 'E') + "\r\n" + std::string(34, 'E') + "\r\n" + std::string(32, 'E') + "??");
+  const std::string abc = "ABCDEFGHIJKLMNOPQRSTUVWXYZABCDEFGH";
+  const struct {
+    std::string bag, shown;
+  } displays[] = {
+      {std::string(33, 'A'), "\r\n" + std::string(33, 'A')},
+      {abc, "ABCDEFGHIJK\r\nLMNOPQRSTUV\r\nWXYZABCDEFGH"},  // 34 / 3 = 11.33: 11 a line
+      {std::string(35, 'A'), std::string(12, 'A') + "\r\n" + std::string(12, 'A') + "\r\n" + std::string(11, 'A')},
+      {std::string(37, 'B') + "C", std::string(13, 'B') + "\r\n" + std::string(13, 'B') + "\r\n" + std::string(11, 'B') + "C"},
+      {std::string(100, 'E') + "??", std::string(34, 'E') + "\r\n" + std::string(34, 'E') + "\r\n" + std::string(32, 'E') + "??"},
+  };
+  for (const auto& d : displays) {
+    program.StrSac = d.bag;
+    form->SubAfficheSac();
+    EXPECT_EQ(form->LblLetReste.text, d.shown) << d.bag.size();
+  }
 }
-
-TEST_F(Bag, HalvesOfTheDisplayGoToTheEvenNeighbour) {
-  // No length gives a half when divided by 3; the rounding is that of the
-  // program's own numbers all the same: 35 / 3 = 11.67 gives 12, 37 / 3 = 12.33 gives 12.
-  Load();
-  program.StrSac = std::string(35, 'A');
-  form->SubAfficheSac();
-  EXPECT_EQ(form->LblLetReste.text.find("\r\n"), 12u);
-  program.StrSac = std::string(37, 'A');
-  form->SubAfficheSac();
-  EXPECT_EQ(form->LblLetReste.text.find("\r\n"), 12u);
-}
-
-// ------------------------------------------------------------ the picker
 
 class Picker : public GameTest {
  protected:
@@ -87,69 +62,41 @@ class Picker : public GameTest {
   int boiteI = 0;
 };
 
-TEST_F(Picker, ButtonsOfLettersTheBagLacksAreGrey) {
-  auto jetons = Open("AEEZ?");
+TEST_F(Picker, PicksLeaveTheBagAndUndoPutsThemBackInPlace) {
+  const std::string bag = "ABCDEEEFGHIJKLMNOPQ?RSTUVWXY?";
+  auto jetons = Open(bag);
   EXPECT_FALSE(jetons->enabled);  // until TimDeb
   fake.timers.Advance(249);
   EXPECT_FALSE(jetons->enabled);
   fake.timers.Advance(1);
   EXPECT_TRUE(jetons->enabled);
-  for (int k = 1; k <= 27; ++k) {
-    const std::string caption = JetonCaption(k);
-    EXPECT_EQ(jetons->CmdJeton[size_t(k)].caption, caption);
-    EXPECT_EQ(jetons->CmdJeton[size_t(k)].enabled, std::string("AEZ?").find(caption) != std::string::npos)
-        << caption;
-  }
-  EXPECT_EQ(jetons->IntNbATirer, 5);
-  EXPECT_EQ(jetons->BlnFinSac, 0);
-  EXPECT_FALSE(jetons->CmdValider.enabled);
-  EXPECT_FALSE(jetons->CmdAnnuler.enabled);
-}
-
-TEST_F(Picker, PicksLeaveTheBagAndUndoPutsThemBackInPlace) {
-  const std::string bag = "ABCDEEEFGHIJKLMNOPQ?RSTUVWXYZ?";
-  auto jetons = Open(bag);
-  fake.timers.Advance(250);
-  jetons->CmdJeton_Click(Index('E'));
-  jetons->CmdJeton_Click(Index('?'));
-  jetons->CmdJeton_Click(Index('Z'));
-  jetons->CmdJeton_Click(Index('?'));
+  for (int k = 1; k <= 27; ++k) EXPECT_EQ(jetons->CmdJeton[size_t(k)].enabled, k != Index('Z')) << k;
+  EXPECT_EQ(jetons->IntNbATirer, 7);
+  for (char c : std::string("E?Y?")) jetons->CmdJeton_Click(Index(c));
   EXPECT_FALSE(jetons->CmdJeton[27].enabled);  // both blanks picked
-  EXPECT_EQ(program.StrSac, "ABCDEEFGHIJKLMNOPQRSTUVWXY");
-  EXPECT_EQ(form->LblLetReste.text, "\r\nABCDEEFGHIJKLMNOPQRSTUVWXY");  // the main form follows each click
+  EXPECT_FALSE(jetons->CmdJeton[Index('Y')].enabled);
+  EXPECT_EQ(program.StrSac, "ABCDEEFGHIJKLMNOPQRSTUVWX");
+  EXPECT_EQ(form->LblLetReste.text, "\r\nABCDEEFGHIJKLMNOPQRSTUVWX");  // the main form follows each click
   EXPECT_EQ(program.IntNbTire, 4);
   EXPECT_EQ(program.TabTirage[1], "?");
-  EXPECT_EQ(program.TabRangTirage[0], 5);
-  EXPECT_EQ(program.TabRangTirage[1], 19);
-  EXPECT_EQ(jetons->LblTirage.text, "E?Z?");
-  EXPECT_EQ(jetons->ImgJ[2], (TileFace{TileFace::Picture::ImgLet, 26, TileFace::Tint::None}));
-  EXPECT_EQ(jetons->ImgJ[3], (TileFace{TileFace::Picture::ImgLet, 25, TileFace::Tint::None}));
-  EXPECT_FALSE(jetons->CmdJeton[Index('Z')].enabled);
-
+  EXPECT_EQ(jetons->LblTirage.text, "E?Y?");
+  EXPECT_EQ(jetons->ImgJ[3], (TileFace{TileFace::Picture::ImgLet, 24, TileFace::Tint::None}));
+  EXPECT_FALSE(jetons->CmdValider.enabled);
   for (int i = 0; i < 4; ++i) jetons->CmdAnnuler_Click();
   EXPECT_EQ(program.StrSac, bag);  // character for character
   EXPECT_EQ(program.IntNbTire, 0);
   EXPECT_FALSE(jetons->CmdAnnuler.enabled);
   EXPECT_TRUE(jetons->CmdJeton[27].enabled);
-  EXPECT_TRUE(jetons->CmdJeton[Index('Z')].enabled);
   EXPECT_EQ(jetons->ImgJ[1], TileFace{});
-  EXPECT_EQ(jetons->LblTirage.text, "E?Z?");  // the label keeps what was picked
-}
+  EXPECT_EQ(jetons->LblTirage.text, "E?Y?");  // the label keeps what was picked
 
-TEST_F(Picker, SevenPicksCloseTheButtonsAndValidationKeepsTheIndexOfTheLast) {
-  auto jetons = Open("AAAAAAAAAAAAAAAAAAAAAAAAAAAAAA");
-  fake.timers.Advance(250);
-  for (int i = 0; i < 6; ++i) {
-    jetons->CmdJeton_Click(1);
-    EXPECT_FALSE(jetons->CmdValider.enabled);
-  }
-  jetons->CmdJeton_Click(1);
+  // Seven picks close the buttons; validation keeps the index of the last.
+  for (char c : std::string("EEEABCD")) jetons->CmdJeton_Click(Index(c));
   EXPECT_TRUE(jetons->CmdValider.enabled);
   for (int k = 1; k <= 27; ++k) EXPECT_FALSE(jetons->CmdJeton[size_t(k)].enabled);
   jetons->CmdAnnuler_Click();
   EXPECT_FALSE(jetons->CmdValider.enabled);
-  EXPECT_TRUE(jetons->CmdJeton[1].enabled);
-  jetons->CmdJeton_Click(1);
+  jetons->CmdJeton_Click(Index('F'));
   jetons->left = 120;
   jetons->top = 80;
   jetons->CmdValider_Click();
@@ -160,46 +107,35 @@ TEST_F(Picker, SevenPicksCloseTheButtonsAndValidationKeepsTheIndexOfTheLast) {
 }
 
 TEST_F(Picker, NearTheEndOfTheBagThePlayerMayStopEarly) {
-  for (const int size : {8, 13}) {
-    auto jetons = Open(std::string(size_t(size), 'E'));
-    EXPECT_EQ(jetons->IntNbATirer, 7);
-    EXPECT_EQ(jetons->BlnFinSac, 1);
-    jetons->CmdJeton_Click(Index('E'));
-    EXPECT_TRUE(jetons->CmdValider.enabled) << size;
-    jetons->CmdJeton_Click(Index('E'));
+  const struct {
+    int size, toPick;
+    bool early;
+  } cases[] = {{3, 3, false}, {7, 7, false}, {8, 7, true}, {13, 7, true}, {14, 7, false}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.size);
+    auto jetons = Open(std::string(size_t(c.size), 'E'));
+    EXPECT_EQ(jetons->IntNbATirer, c.toPick);
+    EXPECT_EQ(jetons->BlnFinSac, c.early ? 1 : 0);
+    for (int i = 1; i <= c.toPick; ++i) {
+      jetons->CmdJeton_Click(Index('E'));
+      EXPECT_EQ(jetons->CmdValider.enabled, c.early || i == c.toPick) << i;
+    }
     jetons->CmdAnnuler_Click();
     EXPECT_FALSE(jetons->CmdValider.enabled);  // one more pick is needed to validate again
-    jetons->CmdJeton_Click(Index('E'));
-    EXPECT_TRUE(jetons->CmdValider.enabled);
-  }
-  auto fourteen = Open(std::string(14, 'E'));
-  EXPECT_EQ(fourteen->BlnFinSac, 0);
-  fourteen->CmdJeton_Click(Index('E'));
-  EXPECT_FALSE(fourteen->CmdValider.enabled);
-  for (const int size : {7, 3}) {
-    auto jetons = Open(std::string(size_t(size), 'E'));
-    EXPECT_EQ(jetons->IntNbATirer, size);
-    EXPECT_EQ(jetons->BlnFinSac, 0);
-    for (int i = 0; i < size - 1; ++i) jetons->CmdJeton_Click(Index('E'));
-    EXPECT_FALSE(jetons->CmdValider.enabled);
-    jetons->CmdJeton_Click(Index('E'));
-    EXPECT_TRUE(jetons->CmdValider.enabled);
-    EXPECT_EQ(program.StrSac, "");
   }
 }
 
-TEST_F(Picker, TheTourStepOfThePickerComesOnce) {
+TEST_F(Picker, TheTourStepOfThePickerComesOnceAndHelpAlways) {
   program.options.OptMessages = "Oui";
   program.BytVisite = 1;
   auto jetons = Open("ABC");
   fake.timers.Advance(250);
   EXPECT_EQ(boiteI, 1);
   EXPECT_EQ(program.BytVisite, 2);
-  EXPECT_EQ(program.IntEtapeVisite, 2);
   auto again = Open("ABC");
   fake.timers.Advance(250);
   EXPECT_EQ(boiteI, 1);
-  again->CmdInfo_Click();  // help is never silenced
+  again->CmdInfo_Click();
   EXPECT_EQ(boiteI, 2);
   EXPECT_EQ(program.IntEtapeVisite, 10);
 }
@@ -208,37 +144,29 @@ TEST_F(Picker, DrawnTilesFillTheRackInPickOrder) {
   Load();
   program.StrSac = "ABCDEFGHIJ?";
   forms.onJetons = [&](FrmJetons& jetons) {
-    jetons.CmdJeton_Click(Index('?'));
-    jetons.CmdJeton_Click(Index('J'));
-    jetons.CmdJeton_Click(Index('A'));
+    for (char c : std::string("?JA")) jetons.CmdJeton_Click(Index(c));
     jetons.CmdValider_Click();
   };
   form->SubTirage();
-  const char* tags[] = {"?", "j", "a"};
-  for (int k = 0; k < 3; ++k) {
+  const char* tags[] = {"?", "j", "a", ""};
+  for (int k = 0; k < 4; ++k) {
     const Tile& tile = form->PicGamer[size_t(k)];
     EXPECT_EQ(tile.Tag, tags[k]);
-    EXPECT_TRUE(tile.visible);
-    EXPECT_EQ(tile.left, layout::RackLeft(k));
-    EXPECT_EQ(tile.top, layout::RackTop());
+    EXPECT_EQ(tile.visible, k < 3);
     EXPECT_EQ(form->TabChevalet[size_t(k)].StrLettre, tags[k]);
+    if (k == 3) break;
+    EXPECT_EQ(tile.left, layout::RackLeft(k));
     EXPECT_EQ(form->TabChevalet[size_t(k)].IntJeton, k);
   }
   EXPECT_EQ(form->PicGamer[0].face, (TileFace{TileFace::Picture::ImgLet, 26, TileFace::Tint::None}));
   EXPECT_EQ(form->PicGamer[1].face, (TileFace{TileFace::Picture::ImgLet, 9, TileFace::Tint::None}));
-  EXPECT_EQ(form->PicGamer[3].Tag, "");
-  EXPECT_FALSE(form->PicGamer[3].visible);
-  EXPECT_TRUE(form->PicWait.visible);
   EXPECT_EQ(program.BlnSacVide, 0);
-
   // An empty bag opens no picker and marks the bag as found empty.
   program.StrSac = "";
   form->SubTirage();
   EXPECT_EQ(forms.jetonsShown, 1);
   EXPECT_EQ(program.BlnSacVide, -1);
 }
-
-// ------------------------------------------------- rack into bag, and sort
 
 class RackReturn : public GameTest {
  protected:
@@ -254,35 +182,23 @@ TEST_F(RackReturn, TheRackGoesBackIntoTheBagSorted) {
   EXPECT_EQ(program.StrSac, "?ABEERSZ");
   EXPECT_EQ(form->LblLetReste.text, "\r\n?ABEERSZ");
   for (int i = 0; i < 7; ++i) {
-    EXPECT_EQ(form->PicGamer[size_t(i)].Tag, "");
     EXPECT_FALSE(form->PicGamer[size_t(i)].visible);
     EXPECT_EQ(form->TabChevalet[size_t(i)].StrLettre, "");
-    EXPECT_EQ(form->TabChevalet[size_t(i)].IntJeton, 0);
   }
-  // An empty rack leaves the content and sorts it; both blanks lead.
-  program.StrSac = "ZA??E";
-  form->CmdRAZ_Click();
-  EXPECT_EQ(program.StrSac, "??AEZ");
-}
-
-TEST_F(RackReturn, TheExchangeSortOrdersAnyBag) {
+  // Any bag comes out sorted, blanks first.
   std::mt19937 random(5);
   for (int round = 0; round < 200; ++round) {
     std::string bag;
-    const int n = int(random() % 102);
-    for (int i = 0; i < n; ++i) {
+    for (int i = int(random() % 102); i > 0; --i) {
       const int k = int(random() % 27);
       bag += k == 26 ? '?' : char('A' + k);
     }
     program.StrSac = bag;
     form->CmdRAZ_Click();
-    std::string sorted = bag;
-    std::sort(sorted.begin(), sorted.end());
-    ASSERT_EQ(program.StrSac, sorted) << bag;
+    std::sort(bag.begin(), bag.end());
+    ASSERT_EQ(program.StrSac, bag);
   }
-}
-
-TEST_F(RackReturn, TheSortPutsAShorterStringBeforeItsExtensionsAndEmptyLast) {
+  // The sort puts a string before its extensions and empty entries last.
   const std::vector<std::string> entries = {"AB", "", "A", "B", "ABC", "", "AA"};
   form->SngNbLettres = float(entries.size());
   for (size_t i = 0; i < entries.size(); ++i) form->TabLettres[i + 1] = entries[i];
@@ -296,11 +212,8 @@ TEST_F(RackReturn, RangerBringsTheBoardTilesHome) {
   Put(1, "s", 7, 7);
   Put(2, "T", 8, 7);    // a blank with its letter
   Put(3, "Nul", 9, 7);  // a blank left without one
-  form->CmdValider.enabled = true;
-  form->CmdRanger.enabled = true;
+  form->CmdValider.enabled = form->CmdRanger.enabled = true;
   form->LblPts.text = "12";
-  form->LblPtsBis.text = "pts";
-  form->PicDef.visible = true;
   form->CmdRanger_Click();
   EXPECT_EQ(form->PicGamer[1].left, layout::RackLeft(1));
   EXPECT_EQ(form->PicGamer[1].face, (TileFace{TileFace::Picture::ImgLet, 's' - 'a', TileFace::Tint::Black}));
@@ -311,21 +224,10 @@ TEST_F(RackReturn, RangerBringsTheBoardTilesHome) {
   EXPECT_EQ(form->PicGamer[2].face, (TileFace{TileFace::Picture::ImgLet, 26, TileFace::Tint::None}));
   EXPECT_EQ(form->TabChevalet[2].StrLettre, "T");  // the entry takes the tag before it goes back to "?"
   EXPECT_EQ(form->PicGamer[3].Tag, "?");
-  EXPECT_EQ(form->PicGamer[3].left, layout::RackLeft(3));
-  EXPECT_FALSE(form->CmdValider.enabled);
-  EXPECT_FALSE(form->CmdRanger.enabled);
+  EXPECT_FALSE(form->CmdValider.enabled || form->CmdRanger.enabled);
   EXPECT_EQ(form->LblPts.text, "");
-  EXPECT_EQ(form->LblPtsBis.text, "");
-  EXPECT_FALSE(form->PicDef.visible);
 
-  // Nothing on the board: nothing moves, the points go.
-  form->LblPts.text = "0";
-  form->CmdRanger_Click();
-  EXPECT_EQ(form->PicGamer[0].left, layout::RackLeft(0));
-  EXPECT_EQ(form->LblPts.text, "");
-}
-
-TEST_F(RackReturn, RangerLeavesATileOnTheBoardWhenTheRackIsFull) {
+  // A full rack leaves a tile on the board.
   for (int i = 0; i < 6; ++i) PutOnRack(i, "e", i);
   form->TabChevalet[6] = FrmPlateau::Chevalet{"x", 9};
   Put(6, "s", 7, 7);
@@ -333,14 +235,10 @@ TEST_F(RackReturn, RangerLeavesATileOnTheBoardWhenTheRackIsFull) {
   EXPECT_EQ(form->PicGamer[6].left, layout::SquareLeft(7));
 }
 
-// ------------------------------------------------------ the blank's letter
-
 TEST_F(Bag, TheBlanksBoxTakesOneCapitalAfterAQuarterSecond) {
   Load();
   FrmJoc joc(program);
   EXPECT_EQ(joc.LblJoc.text, "Quelle lettre voulez-vous\r\nattribuer au joker ?");
-  EXPECT_EQ(joc.leftFromMain, 141);
-  EXPECT_EQ(joc.topFromMain, 133);
   joc.TxtJok_Change("é");
   EXPECT_EQ(joc.TxtJok.text, "");
   joc.TxtJok_Change("k");
@@ -350,7 +248,6 @@ TEST_F(Bag, TheBlanksBoxTakesOneCapitalAfterAQuarterSecond) {
   EXPECT_FALSE(joc.closed);
   fake.timers.Advance(1);
   EXPECT_TRUE(joc.closed);
-  EXPECT_EQ(program.StrJoker, "K");
 
   FrmJoc second(program);
   second.TxtJok_Change("b");

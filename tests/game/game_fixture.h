@@ -121,23 +121,6 @@ class ScriptedForms : public Forms {
   FakeHost& host_;
 };
 
-// A temporary start directory, removed at the end.
-class TempDir {
- public:
-  TempDir() {
-    const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-    path_ = std::filesystem::temp_directory_path() /
-            ("ostrane-game-" + std::string(info->test_suite_name()) + "-" + info->name());
-    std::filesystem::remove_all(path_);
-    std::filesystem::create_directories(path_);
-  }
-  ~TempDir() { std::filesystem::remove_all(path_); }
-  const std::filesystem::path& path() const { return path_; }
-
- private:
-  std::filesystem::path path_;
-};
-
 class GameTest : public ::testing::Test {
  protected:
   explicit GameTest(const Lexicon& lexicon = RealLexicon()) : program(lexicon, fake.host), forms(fake) {

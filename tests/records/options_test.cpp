@@ -2,41 +2,27 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 
 #include "records/options.h"
+#include "tests/support/test_support.h"
 
 namespace ostrane {
 namespace {
 
 class OptionsFile : public ::testing::Test {
  protected:
-  void SetUp() override {
-    dir_ = std::filesystem::temp_directory_path() /
-           ("ostrane-options-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "-" +
-            ::testing::UnitTest::GetInstance()->current_test_info()->name());
-    std::filesystem::create_directories(dir_);
-    file_ = dir_ / kOptionsFileName;
-  }
-  void TearDown() override { std::filesystem::remove_all(dir_); }
-  void Write(const std::string& text) { std::ofstream(file_, std::ios::binary) << text; }
-  std::string Read() {
-    std::ifstream in(file_, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), {});
-  }
-  std::filesystem::path dir_, file_;
+  void Write(const std::string& text) { test::WriteFile(file_, text); }
+  std::string Read() { return test::ReadFile(file_); }
+  test::TempDir dir_;
+  std::filesystem::path file_ = dir_.path() / kOptionsFileName;
 };
 
 constexpr const char* kDefaultText =
     "Oui\r\n3\r\n120\r\nSonYes\r\nDureeYes\r\nImg plateau 2\r\nDef mots 23 1\r\nEncadrement 1\r\nResolutionE 0\r\n";
 
-TEST_F(OptionsFile, DefaultsAreWrittenAsNineLines) {
-  EXPECT_EQ(FormatOptions(Options{}), kDefaultText);
+TEST_F(OptionsFile, DefaultsAndEveryValueRoundTrip) {
   ASSERT_TRUE(WriteOptions(file_, Options{}));
   EXPECT_EQ(Read(), kDefaultText);
-}
-
-TEST_F(OptionsFile, EveryValueRoundTrips) {
   Options changed;
   changed.OptMessages = "Non";
   changed.OptLigne2 = 5;
@@ -87,6 +73,10 @@ TEST_F(OptionsFile, OddLinesReadByTheirRules) {
   EXPECT_EQ(read.OptDef23, 0);
   EXPECT_EQ(read.OptCadre, 1);
   EXPECT_EQ(read.OptResol, 9);
+  // Lines closed by line feeds alone are read as well.
+  Write("Non\n3\n120\nSonYes\nDureeYes\nImg plateau 3\nDef mots 23 1\nEncadrement 1\nResolutionE 0");
+  ASSERT_TRUE(ReadOptions(file_, read));
+  EXPECT_EQ(read.OptImage, 3);
 }
 
 TEST_F(OptionsFile, LinesTwoAndThreeReadAsWholeNumbers) {
@@ -140,14 +130,6 @@ TEST_F(OptionsFile, LinesTwoAndThreeReadAsWholeNumbers) {
     EXPECT_FALSE(ReadOptions(file_, read)) << b.two << " / " << b.three;
     EXPECT_EQ(read, Options{}) << b.two << " / " << b.three;
   }
-}
-
-TEST_F(OptionsFile, LinesClosedByLineFeedsAloneStillRead) {
-  Write("Non\n3\n120\nSonYes\nDureeYes\nImg plateau 3\nDef mots 23 1\nEncadrement 1\nResolutionE 0");
-  Options read;
-  ASSERT_TRUE(ReadOptions(file_, read));
-  EXPECT_EQ(read.OptMessages, "Non");
-  EXPECT_EQ(read.OptImage, 3);
 }
 
 }  // namespace

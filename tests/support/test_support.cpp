@@ -1,6 +1,11 @@
 #include "tests/support/test_support.h"
 
+#include <gtest/gtest.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <fstream>
+#include <iterator>
 #include <map>
 
 #include "data/embedded_lexicon.h"
@@ -37,6 +42,29 @@ Lexicon SmallLexicon(const std::vector<std::string>& words) {
     lexicon.LongWords(length).Load(ListBytes(list));
   }
   return lexicon;
+}
+
+TempDir::TempDir() {
+  const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
+  const std::string name = info ? std::string(info->test_suite_name()) + "-" + info->name() : "run";
+  path_ = std::filesystem::temp_directory_path() / ("ostrane-test-" + std::to_string(getpid()) + "-" + name);
+  std::filesystem::remove_all(path_);
+  std::filesystem::create_directories(path_);
+}
+
+TempDir::~TempDir() {
+  std::error_code ec;
+  std::filesystem::permissions(path_, std::filesystem::perms::owner_all, ec);
+  std::filesystem::remove_all(path_, ec);
+}
+
+std::string ReadFile(const std::filesystem::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(in), {});
+}
+
+void WriteFile(const std::filesystem::path& file, const std::string& bytes) {
+  std::ofstream(file, std::ios::binary) << bytes;
 }
 
 namespace {

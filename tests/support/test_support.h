@@ -2,6 +2,7 @@
 // What many tests share: the program's own lexicon, loaded once, and a fatal
 // path that throws instead of ending the process.
 
+#include <filesystem>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -33,5 +34,22 @@ class FatalCatcher {
 // The bytes of a word list in the program's format: CR LF after each word,
 // NUL padding to a multiple of 4.
 std::string ListBytes(const std::vector<std::string>& words);
+
+// A fresh folder named after the running test, removed at the end.
+class TempDir {
+ public:
+  TempDir();
+  ~TempDir();
+  TempDir(const TempDir&) = delete;
+  TempDir& operator=(const TempDir&) = delete;
+  const std::filesystem::path& path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+// A whole file's bytes ("" when it cannot be read), and a file written whole.
+std::string ReadFile(const std::filesystem::path& file);
+void WriteFile(const std::filesystem::path& file, const std::string& bytes);
 
 }  // namespace ostrane::test
