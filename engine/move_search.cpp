@@ -692,6 +692,27 @@ void MoveSearch::Pop(int32_t& node) {
   node = nodes_[nodeCount_--];
 }
 
+inline int MoveSearch::GiveBackFixedTail(int32_t& node) {
+  const int before = wordLength_;
+  while (mask_[wordLength_] != '*') {
+    --wordLength_;
+    Pop(node);
+    if (wordLength_ == 0) break;
+  }
+  return before - wordLength_;
+}
+
+// With the rack spent and only fixed cells behind, the word may still be
+// completed by them: it is kept without that tail.
+inline void MoveSearch::KeepBeforeFixedTail(int count, int32_t node) {
+  if (count == 0 && wordLength_ < maskLength_ && !freeAfter_[wordLength_] && wordLength_ >= minLen_) {
+    int length = 0;
+    for (int k = 0; k < wordLength_; ++k) scratch_[length++] = word_[k];
+    for (int k = wordLength_ + 1; k <= maskLength_; ++k) scratch_[length++] = mask_[k];
+    if (board_.objExpressions_.SubWordIsTrue(std::string_view(scratch_, size_t(length)))) Store(node);
+  }
+}
+
 void MoveSearch::Masque(const char* letters, int count, int32_t& node, int& pos) {
   uint32_t tried = 0;
   // The first letter tried in this call walks the fixed letters in front of
@@ -733,24 +754,8 @@ void MoveSearch::Masque(const char* letters, int count, int32_t& node, int& pos)
     }
   }
   if (wordLength_ == 0) return;
-
-  // Give back the fixed letters walked at the end of the word.
-  while (mask_[wordLength_] != '*') {
-    --wordLength_;
-    --pos;
-    Pop(node);
-    if (wordLength_ == 0) break;
-  }
-
-  // With the rack spent and only fixed cells behind, the word may still be
-  // completed by them: it is kept without that tail.
-  if (count == 0 && wordLength_ < maskLength_ && !freeAfter_[wordLength_] &&
-      wordLength_ >= minLen_) {
-    int length = 0;
-    for (int k = 0; k < wordLength_; ++k) scratch_[length++] = word_[k];
-    for (int k = wordLength_ + 1; k <= maskLength_; ++k) scratch_[length++] = mask_[k];
-    if (board_.objExpressions_.SubWordIsTrue(std::string_view(scratch_, size_t(length)))) Store(node);
-  }
+  pos -= GiveBackFixedTail(node);
+  KeepBeforeFixedTail(count, node);
 }
 
 // ------------------------------------------------------------ the quick walk
@@ -789,23 +794,8 @@ void MoveSearch::Walk(uint32_t used, int count, int32_t node) {
     if (useful != 0) LayEach(used, count, node, useful);
   }
   if (wordLength_ == 0) return;
-
-  // Give back the fixed letters walked at the end of the word.
-  while (mask_[wordLength_] != '*') {
-    --wordLength_;
-    Pop(node);
-    if (wordLength_ == 0) break;
-  }
-
-  // With the rack spent and only fixed cells behind, the word may still be
-  // completed by them: it is kept without that tail.
-  if (count == 0 && wordLength_ < maskLength_ && !freeAfter_[wordLength_] &&
-      wordLength_ >= minLen_) {
-    int length = 0;
-    for (int k = 0; k < wordLength_; ++k) scratch_[length++] = word_[k];
-    for (int k = wordLength_ + 1; k <= maskLength_; ++k) scratch_[length++] = mask_[k];
-    if (board_.objExpressions_.SubWordIsTrue(std::string_view(scratch_, size_t(length)))) Store(node);
-  }
+  GiveBackFixedTail(node);
+  KeepBeforeFixedTail(count, node);
 }
 
 // Lays each letter left that the next cell can take (`useful`, not 0), in

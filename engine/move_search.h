@@ -192,6 +192,10 @@ class MoveSearch {
              uint32_t& tried);
   void Store(int32_t after);
   void Walk(uint32_t used, int count, int32_t node);
+  // After a walk: gives back the fixed letters walked at the end of the word
+  // (how many), then keeps the word found before them when the rack is spent.
+  int GiveBackFixedTail(int32_t& node);
+  void KeepBeforeFixedTail(int count, int32_t node);
   void Lay(char letter, uint32_t used, int count, int32_t node, int cell);
   void LayEach(uint32_t used, int count, int32_t node, uint32_t useful);
   struct RackLeft;

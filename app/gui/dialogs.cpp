@@ -556,7 +556,7 @@ void BoiteIDialog::ApplyOffsets() {
 
 // ================================================================ FrmFini
 
-FiniDialog::FiniDialog(FrmFini& model, QWidget* parent) : ModelDialog(parent), model_(model) {
+FiniDialog::FiniDialog(FrmFini& model, QWidget* parent) : FocDialog(model, parent) {
   setObjectName(QStringLiteral("FrmFini"));
   setWindowTitle(QStringLiteral("Ostrane"));
   setMinimumWidth(300);
@@ -593,7 +593,7 @@ void FiniDialog::Show() {
 
 // ================================================================ FrmBest
 
-BestDialog::BestDialog(FrmBest& model, QWidget* parent) : ModelDialog(parent), model_(model) {
+BestDialog::BestDialog(FrmBest& model, QWidget* parent) : FocDialog(model, parent) {
   setObjectName(QStringLiteral("FrmBest"));
   setWindowTitle(ModelText(FrmBest::kCaption));
   auto* layout = new QVBoxLayout(this);
@@ -723,7 +723,7 @@ MailDialog::MailDialog(Shell& shell, QWidget* parent) : QDialog(parent) {
 // ================================================================ FrmAbout
 
 AboutDialog::AboutDialog(FrmAbout& model, Shell& shell, const QString& startDirectory, QWidget* parent)
-    : ModelDialog(parent), model_(model) {
+    : FocDialog(model, parent) {
   setObjectName(QStringLiteral("FrmAbout"));
   setWindowTitle(QStringLiteral("A propos de Ostrane"));
   auto* layout = new QVBoxLayout(this);

@@ -58,6 +58,21 @@ class ModelDialog : public QDialog, public Refreshable {
   bool closing_ = false;
 };
 
+// A dialog left by its close box and by Escape as by its own button, through
+// the model's Foc_Click; closed when the model's view is unloaded.
+template <class Model>
+class FocDialog : public ModelDialog {
+ public:
+  FocDialog(Model& model, QWidget* parent) : ModelDialog(parent), model_(model) {}
+
+ protected:
+  bool ModelClosed() const override { return model_.view().unloaded; }
+  void CloseBox() override { Forward([this] { model_.Foc_Click(); }); }
+  void Escape() override { Forward([this] { model_.Foc_Click(); }); }
+
+  Model& model_;
+};
+
 // FrmJetons: 27 tile buttons, the picked row and the four commands. Letters
 // typed on the keyboard press their buttons, Backspace undoes, Enter
 // validates.
@@ -190,7 +205,7 @@ class BoiteIDialog : public ModelDialog {
 };
 
 // FrmFini: the final score.
-class FiniDialog : public ModelDialog {
+class FiniDialog : public FocDialog<FrmFini> {
   Q_OBJECT
  public:
   FiniDialog(FrmFini& model, QWidget* parent);
@@ -198,19 +213,15 @@ class FiniDialog : public ModelDialog {
   QPushButton* CmdQuit() const { return cmdQuit_; }
 
  protected:
-  bool ModelClosed() const override { return model_.view().unloaded; }
   void Show() override;
-  void CloseBox() override { Forward([this] { model_.Foc_Click(); }); }
-  void Escape() override { Forward([this] { model_.Foc_Click(); }); }
 
  private:
-  FrmFini& model_;
   QLabel* lblScore_;
   QPushButton* cmdQuit_;
 };
 
 // FrmBest: "Les 30 meilleures parties".
-class BestDialog : public ModelDialog {
+class BestDialog : public FocDialog<FrmBest> {
   Q_OBJECT
  public:
   BestDialog(FrmBest& model, QWidget* parent);
@@ -219,13 +230,9 @@ class BestDialog : public ModelDialog {
   QPushButton* CmdFerme() const { return cmdFerme_; }
 
  protected:
-  bool ModelClosed() const override { return model_.view().unloaded; }
   void Show() override;
-  void CloseBox() override { Forward([this] { model_.Foc_Click(); }); }
-  void Escape() override { Forward([this] { model_.Foc_Click(); }); }
 
  private:
-  FrmBest& model_;
   QListWidget* lstSco_;
   QLabel* lblEmpty_;
   QPushButton* cmdEff_;
@@ -249,7 +256,7 @@ class MailDialog : public QDialog {
 };
 
 // FrmAbout: version, purpose, notice, the program's document.
-class AboutDialog : public ModelDialog {
+class AboutDialog : public FocDialog<FrmAbout> {
   Q_OBJECT
  public:
   AboutDialog(FrmAbout& model, Shell& shell, const QString& startDirectory, QWidget* parent);
@@ -258,13 +265,9 @@ class AboutDialog : public ModelDialog {
   QPushButton* CmdSite() const { return cmdSite_; }
 
  protected:
-  bool ModelClosed() const override { return model_.view().unloaded; }
   void Show() override;
-  void CloseBox() override { Forward([this] { model_.Foc_Click(); }); }
-  void Escape() override { Forward([this] { model_.Foc_Click(); }); }
 
  private:
-  FrmAbout& model_;
   QLabel* lblVer_;
   QLabel* lblU_;
   QLabel* lblS_;
