@@ -21,6 +21,7 @@
 #include "records/about.h"
 #include "records/best_scores.h"
 #include "records/final_score.h"
+#include "records/game_journal.h"
 #include "records/guided_tour.h"
 #include "records/program.h"
 #include "tests/support/fake_host.h"
@@ -41,16 +42,11 @@ class ScriptedForms : public Forms {
     if (onJetons) {
       onJetons(form);
     } else {
-      PickInBagOrder(form);
+      PickInBagOrder(form, *program, randomPicks);
     }
     EXPECT_TRUE(form.closed) << "the picker was left open";
   }
   void Show(FrmJoc& form) override {
-    ++jocShown;
-    if (onJoc) {
-      onJoc(form);
-      return;
-    }
     std::string letter = "E";
     if (!jokerLetters.empty()) {
       letter = jokerLetters.front();
@@ -60,6 +56,7 @@ class ScriptedForms : public Forms {
     host_.timers.Advance(FrmJoc::kTimQuitInterval);
     EXPECT_TRUE(form.closed) << "the blank's box stayed open";
   }
+  // Remembers "word|position|points|message|definition" of each best play.
   void Show(FrmBoiteD& form) override {
     boiteD.push_back(form.Lbl[1].text + "|" + form.Lbl[3].text + "|" + form.Lbl[5].text + "|" +
                      (form.LblMsg.visible ? form.LblMsg.text : std::string()) + "|" +
@@ -68,8 +65,7 @@ class ScriptedForms : public Forms {
     form.CmdQ_Click();
   }
   void Show(FrmBoiteI& form) override {
-    tourSteps.push_back(program ? program->IntEtapeVisite : -1);
-    if (onBoiteI) onBoiteI(form);
+    tourSteps.push_back(program->IntEtapeVisite);
     for (int i = 0; i < 3 && !form.view().unloaded; ++i) form.CmdQ_Click();
   }
   void Show(FrmFini& form) override {
@@ -77,15 +73,11 @@ class ScriptedForms : public Forms {
     form.CmdQuit_Click();
   }
   void Show(FrmBest& form) override {
-    ++bestShown;
     host_.timers.Advance(3000);  // the list loads and the selection walks down
     bestLists.push_back(form.view().LstSco);
     form.CmdFerme_Click();
   }
-  void Show(FrmAbout& form) override {
-    ++aboutShown;
-    form.CmdFerme_Click();
-  }
+  void Show(FrmAbout& form) override { form.CmdFerme_Click(); }
   void EndProgram() override { ++endProgram; }
 
   // Clicks the bag's letters, in their order or drawn at random, until as
@@ -101,96 +93,112 @@ class ScriptedForms : public Forms {
     }
     form.CmdValider_Click();
   }
-  void PickInBagOrder(FrmJetons& form) { PickInBagOrder(form, *program, randomPicks); }
 
   const Program* program = nullptr;
   Rng* randomPicks = nullptr;  // picks drawn at random rather than in bag order
   std::function<void(FrmJetons&)> onJetons;
-  std::function<void(FrmJoc&)> onJoc;
   std::function<void(FrmBoiteD&)> onBoiteD;
-  std::function<void(FrmBoiteI&)> onBoiteI;
   std::deque<std::string> jokerLetters;
 
-  int jetonsShown = 0, jocShown = 0, bestShown = 0, aboutShown = 0, endProgram = 0;
-  std::vector<std::string> boiteD;
+  int jetonsShown = 0, endProgram = 0;
+  std::vector<std::string> boiteD, finiScores;
   std::vector<int> tourSteps;
-  std::vector<std::string> finiScores;
   std::vector<std::vector<std::string>> bestLists;
 
  private:
   FakeHost& host_;
 };
 
-class GameTest : public ::testing::Test {
- protected:
-  explicit GameTest(const Lexicon& lexicon = RealLexicon()) : program(lexicon, fake.host), forms(fake) {
-    program.CheminApp = dir.path();
+// One run of the program in a start folder: its host, shared values and
+// modal forms, the main form with its drag rules, and the journal when the
+// test gives one.
+struct GameRun {
+  explicit GameRun(const std::filesystem::path& dir) : program(RealLexicon(), fake.host), forms(fake) {
+    program.CheminApp = dir;
     program.NomPartie = "Partie tabli 01";
     program.options.OptMessages = "Non";
-    forms.program = &program;
     program.engine.Random.Seed(7);
+    forms.program = &program;
   }
-
-  // Loads the main form and lets TimDeb build the bag; `bag` replaces it.
-  FrmPlateau& Load(const std::string& bag = {}) {
+  FrmPlateau& Make() {
     form = std::make_unique<FrmPlateau>(program, forms);
     form->Randomize = nullptr;  // the test seeds the generator itself
-    form->Form_Load();
+    form->journal = journal.get();
+    drag = std::make_unique<TileDrag>(*form);
+    return *form;
+  }
+  // Loads the main form and lets TimDeb build the bag; `bag` replaces it.
+  FrmPlateau& Load(const std::string& bag = {}) {
+    Make().Form_Load();
     fake.timers.Advance(FrmPlateau::kTimDeb);
     if (!bag.empty()) {
       program.StrSac = bag;
       form->SubAfficheSac();
     }
-    drag = std::make_unique<TileDrag>(*form);
     return *form;
   }
-
   // Lays the proposed play of this turn with drag gestures.
   bool LayProposition() {
-    if (!form->Proposition) return false;
-    return LayWord(*form, *drag, *form->Proposition,
-                   [this](char letter) { forms.jokerLetters.push_back(std::string(1, letter)); });
+    return form->Proposition && LayWord(*form, *drag, *form->Proposition, [this](char letter) {
+             forms.jokerLetters.push_back(std::string(1, letter));
+           });
   }
-
-  // Plays turns until the bag and rack run out or no play is proposed.
-  // Returns the number of plays validated.
-  int PlayOut(int maxTurns = 60) {
+  // Lays and validates the proposed plays while the game runs; returns the
+  // number of plays validated.
+  int PlayOut(int maxTurns = 200) {
     int plays = 0;
-    for (int turn = 0; turn < maxTurns && form->CmdSolution.enabled; ++turn) {
-      if (!LayProposition()) break;
-      if (!form->CmdValider.enabled) break;
+    while (plays < maxTurns && form->CmdSolution.enabled && LayProposition() && form->CmdValider.enabled) {
       form->CmdValider_Click();
       ++plays;
     }
     return plays;
   }
 
-  // Puts tile i with `tag` on square (column, row) without a drag.
-  void Put(int i, const std::string& tag, int column, int row) {
-    Tile& tile = form->PicGamer[size_t(i)];
+  FakeHost fake;
+  Program program;
+  ScriptedForms forms;
+  std::unique_ptr<GameJournal> journal;
+  std::unique_ptr<FrmPlateau> form;
+  std::unique_ptr<TileDrag> drag;
+};
+
+// The lines of a text cut at CR LF.
+inline std::vector<std::string> Lines(const std::string& text) {
+  std::vector<std::string> lines;
+  for (size_t start = 0, end = 0; end != std::string::npos; start = end + 2) {
+    end = text.find("\r\n", start);
+    lines.push_back(text.substr(start, end == std::string::npos ? end : end - start));
+  }
+  return lines;
+}
+
+class GameTest : public ::testing::Test {
+ protected:
+  FrmPlateau& Load(const std::string& bag = {}) { return run.Load(bag); }
+  bool LayProposition() { return run.LayProposition(); }
+  int PlayOut(int maxTurns = 200) { return run.PlayOut(maxTurns); }
+  // Puts tile i with `tag` on square (column, row), or on rack place `place`.
+  void Put(int i, const std::string& tag, int column, int row) { PutTile(*form, i, tag, column, row); }
+  static void PutTile(FrmPlateau& f, int i, const std::string& tag, int column, int row) {
+    Tile& tile = f.PicGamer[size_t(i)];
     tile.Tag = tag;
-    tile.visible = true;
-    tile.enabled = true;
+    tile.visible = tile.enabled = true;
     tile.left = layout::SquareLeft(column);
     tile.top = layout::SquareTop(row);
   }
-  // Puts tile i with `tag` on rack place p.
   void PutOnRack(int i, const std::string& tag, int place) {
-    Tile& tile = form->PicGamer[size_t(i)];
-    tile.Tag = tag;
-    tile.visible = true;
-    tile.enabled = true;
-    tile.left = layout::RackLeft(place);
-    tile.top = layout::RackTop();
+    Put(i, tag, 0, 0);
+    form->PicGamer[size_t(i)].left = layout::RackLeft(place);
+    form->PicGamer[size_t(i)].top = layout::RackTop();
     form->TabChevalet[size_t(place)] = FrmPlateau::Chevalet{tag, int16_t(i)};
   }
 
   TempDir dir;
-  FakeHost fake;
-  Program program;
-  ScriptedForms forms;
-  std::unique_ptr<FrmPlateau> form;
-  std::unique_ptr<TileDrag> drag;
+  GameRun run{dir.path()};
+  FakeHost& fake = run.fake;
+  Program& program = run.program;
+  ScriptedForms& forms = run.forms;
+  std::unique_ptr<FrmPlateau>& form = run.form;
 };
 
 }  // namespace ostrane::test
