@@ -47,12 +47,8 @@ class ScriptedForms : public Forms {
     EXPECT_TRUE(form.closed) << "the picker was left open";
   }
   void Show(FrmJoc& form) override {
-    std::string letter = "E";
-    if (!jokerLetters.empty()) {
-      letter = jokerLetters.front();
-      jokerLetters.pop_front();
-    }
-    form.TxtJok_Change(letter);
+    form.TxtJok_Change(jokerLetters.empty() ? "E" : jokerLetters.front());
+    if (!jokerLetters.empty()) jokerLetters.pop_front();
     host_.timers.Advance(FrmJoc::kTimQuitInterval);
     EXPECT_TRUE(form.closed) << "the blank's box stayed open";
   }
@@ -110,8 +106,7 @@ class ScriptedForms : public Forms {
 };
 
 // One run of the program in a start folder: its host, shared values and
-// modal forms, the main form with its drag rules, and the journal when the
-// test gives one.
+// modal forms, the journal of its game, and the main form with its drag rules.
 struct GameRun {
   explicit GameRun(const std::filesystem::path& dir) : program(RealLexicon(), fake.host), forms(fake) {
     program.CheminApp = dir;
@@ -119,6 +114,7 @@ struct GameRun {
     program.options.OptMessages = "Non";
     program.engine.Random.Seed(7);
     forms.program = &program;
+    journal = std::make_unique<GameJournal>(program.JournalFile());
   }
   FrmPlateau& Make() {
     form = std::make_unique<FrmPlateau>(program, forms);

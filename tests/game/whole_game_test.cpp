@@ -1,10 +1,10 @@
 // Whole games played through the models as a player plays them through the
 // windows: picks clicked in, the proposed play laid with drag gestures,
-// validation clicked, boxes closed.
+// validation clicked, boxes closed; and the journal of the game that goes
+// with a natural end, a stop, and leaving from the picker.
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <map>
 
 #include "records/options.h"
 #include "tests/game/game_fixture.h"
@@ -14,61 +14,55 @@ namespace {
 
 constexpr const char* kAbandon = "Voulez-vous abandonner la partie en cours ?   ";
 
-// The tiles of a bag string, blanks as '?'.
-std::map<char, int> Tiles(const std::string& tiles) {
-  std::map<char, int> counts;
-  for (const char c : tiles) ++counts[c];
-  return counts;
-}
-
 class WholeGame : public GameTest {
  protected:
-  // Plays a game on `bag` (the start bag when empty) to its end; false when a
-  // rack with no play stopped it.
-  bool PlayToTheEnd(const std::string& startBag) {
-    FrmPlateau& f = Load(startBag);
-    EXPECT_EQ(program.StrSac, startBag.empty() ? StartBag(0) : startBag);
+  // Plays a game on `bag` (the start bag when empty) to its end; false when
+  // a rack with no play stopped it.
+  bool PlayToTheEnd(std::string bag) {
+    FrmPlateau& f = Load(bag);
+    if (bag.empty()) bag = StartBag(0);
+    EXPECT_EQ(program.StrSac, bag);
     f.CmdNew_Click();
     const int plays = PlayOut();
     if (!f.CmdGame.visible) return false;
-    // Every tile of the bag lies on the board, drawn as the engine has it.
+    // Every tile of the bag lies on the board (a capital is a blank), drawn
+    // as the engine has it, and none anywhere else.
     std::string board;
     for (int i = 0; i < 225; ++i) {
       const char c = f.ObjPlateau->Square(i % 15, i / 15);
-      if (c) board += c >= 'a' ? char(c - 32) : '?';  // a capital is a blank
+      if (c) board += c >= 'a' ? char(c - 32) : '?';
       EXPECT_EQ(f.Plateau.Square(i % 15, i / 15), f.ObjPlateau->SubCase(i % 15, i / 15));
     }
-    EXPECT_EQ(Tiles(board), Tiles(startBag.empty() ? StartBag(0) : startBag));
-    EXPECT_EQ(program.BlnSacVide, -1);
+    std::sort(board.begin(), board.end());
+    std::sort(bag.begin(), bag.end());
+    EXPECT_EQ(board, bag);
     for (const Tile& tile : f.PicGamer) EXPECT_TRUE(tile.Tag.empty() && !tile.enabled);
+    EXPECT_FALSE(run.journal->Exists());
 
     // One history line a play, each the proposed play of its turn, words of
     // the lexicon, points adding up to the score.
     const std::vector<std::string> lines = Lines(f.TxtHisto.text);
-    EXPECT_EQ(f.IntNbCoups, plays);
-    EXPECT_EQ(int(forms.boiteD.size()), plays);
-    EXPECT_EQ(int(lines.size()), plays);
+    EXPECT_EQ(int(lines.size()) * 10000 + int(forms.boiteD.size()) * 100 + f.IntNbCoups, plays * 10101);
     long sum = 0;
     for (size_t i = 0; i < lines.size() && i < forms.boiteD.size(); ++i) {
-      std::string word = lines[i].substr(3, 15);
-      word.erase(word.find_last_not_of(' ') + 1);
+      const std::string word = lines[i].substr(3, lines[i].find(' ', 3) - 3);
       EXPECT_TRUE(f.ObjMots.SubWordIsTrue(word)) << word;
       EXPECT_EQ(forms.boiteD[i].substr(0, word.size() + 1), word + "|");
       sum += std::stol(lines[i].substr(18));
     }
-    EXPECT_EQ(std::to_string(sum), f.LblPtsJoueur.text);
+    const std::string score = f.LblPtsJoueur.text;
+    EXPECT_EQ(std::to_string(sum), score);
 
     // The controls close; a second later FrmFini shows the score, and its
     // closing brings the question and the table of best scores.
     EXPECT_FALSE(f.CmdSolution.enabled || f.CmdArret.visible || f.CmdValider.enabled || f.PicWait.visible);
     EXPECT_EQ(f.CmdArret.caption, "Nouvelle partie");
     EXPECT_EQ(std::count(fake.sounds.played.begin(), fake.sounds.played.end(), 106), 1);
+    fake.timers.Advance(FrmPlateau::kTimFrmFin - 1);
     EXPECT_TRUE(forms.finiScores.empty());
-    fake.timers.Advance(FrmPlateau::kTimFrmFin);
-    const std::string score = f.LblPtsJoueur.text;
+    fake.timers.Advance(1 + FrmPlateau::kTimScore);
     EXPECT_EQ(forms.finiScores, std::vector<std::string>{score + " points"});
     EXPECT_EQ(f.LblIndic.text, "\r\nFin de la partie.");
-    fake.timers.Advance(FrmPlateau::kTimScore);
     EXPECT_EQ(fake.boxes.Texts().back().find("Vous avez réalisé un score de " + score + " points."), 0u);
     const std::string best = ReadFile(dir.path() / "bestsco.ret");
     EXPECT_EQ(best.substr(0, 25), score + std::string(7 - score.size(), ' ') + "Partie tabli 01   ");
@@ -80,8 +74,7 @@ class WholeGame : public GameTest {
     EXPECT_EQ(f.CmdQuitte_Click(), FrmPlateau::Unload::EndProgram);
     EXPECT_EQ(fake.boxes.shown.back().text, "        Quitter le programme ?");
     Options saved;
-    EXPECT_TRUE(ReadOptions(dir.path() / "Option.ret", saved));
-    EXPECT_EQ(saved, program.options);
+    EXPECT_TRUE(ReadOptions(dir.path() / "Option.ret", saved) && saved == program.options);
     return true;
   }
 };
@@ -110,7 +103,6 @@ TEST_F(WholeGame, NormalBagWithRandomDrawsRunsOut) {
 
 TEST_F(WholeGame, ThePlayerStopsTheGame) {
   for (const int plays : {1, 2}) {
-    SCOPED_TRACE(plays);
     FrmPlateau& f = Load();
     f.CmdNew_Click();
     ASSERT_EQ(PlayOut(plays), plays);
@@ -118,9 +110,9 @@ TEST_F(WholeGame, ThePlayerStopsTheGame) {
     fake.boxes.answers = {Answer::No};  // No keeps the game as it stands
     f.CmdArret_Click();
     EXPECT_EQ(fake.boxes.shown.back().text, kAbandon);
-    EXPECT_TRUE(fake.boxes.shown.back().style.defaultNo);
-    EXPECT_TRUE(f.CmdArret.visible);
+    EXPECT_TRUE(fake.boxes.shown.back().style.defaultNo && f.CmdArret.visible && run.journal->Exists());
     f.CmdArret_Click();  // Yes
+    EXPECT_FALSE(run.journal->Exists());
     EXPECT_EQ(f.BlnAbandon, -1);
     EXPECT_EQ(f.TxtHisto.text + f.LblPtsJoueur.text + f.LblTirage.text + f.LblDuree.text, "000:00:00");
     EXPECT_EQ(f.LblLetReste.text, plays == 1 ? bagShown : "");  // the bag's display goes from the second play
@@ -130,7 +122,7 @@ TEST_F(WholeGame, ThePlayerStopsTheGame) {
     EXPECT_TRUE(f.CmdGame.visible && f.CmdGame.enabled);
     for (const Tile& tile : f.PicGamer) EXPECT_FALSE(tile.enabled || tile.visible);
     // The drawn board is cleared; the engine's board is not.
-    for (const std::string& square : f.Plateau.squares) EXPECT_EQ(square, "");
+    EXPECT_EQ(std::count(f.Plateau.squares.begin(), f.Plateau.squares.end(), ""), 225);
     EXPECT_FALSE(f.ObjPlateau->IsEmpty() || f.ImgXY.visible);
     // A stop writes no best score; going to a new game asks nothing.
     fake.timers.Advance(5000);
@@ -143,23 +135,27 @@ TEST_F(WholeGame, ThePlayerStopsTheGame) {
 
 TEST_F(WholeGame, LeavingFromThePickerEndsTheProgram) {
   FrmPlateau& f = Load();
+  f.CmdNew_Click();
+  ASSERT_EQ(PlayOut(2), 2);
   program.options.OptSons = false;
-  run.forms.onJetons = [&](FrmJetons& jetons) {
+  forms.onJetons = [&](FrmJetons& jetons) {
     jetons.CmdJeton_Click(1);
     fake.boxes.answers = {Answer::No};
     jetons.CmdQ_Click();  // No: the picking goes on
     EXPECT_FALSE(jetons.closed || std::filesystem::exists(dir.path() / "Option.ret"));
+    EXPECT_TRUE(run.journal->Exists());
     jetons.CmdQ_Click();  // Yes
   };
-  f.CmdNew_Click();
+  const size_t searches = forms.boiteD.size();
+  ASSERT_EQ(PlayOut(1), 1);
   EXPECT_EQ(fake.boxes.shown.back().text, kAbandon);
   EXPECT_TRUE(fake.boxes.shown.back().style.defaultNo);
   EXPECT_EQ(forms.endProgram, 1);
-  EXPECT_TRUE(f.ended && !f.visible);
-  EXPECT_TRUE(forms.boiteD.empty());  // no search after leaving
+  EXPECT_TRUE(f.ended && !f.visible && !run.journal->Exists());
+  EXPECT_EQ(forms.boiteD.size(), searches);  // no search after leaving
   EXPECT_EQ(ReadFile(dir.path() / "Option.ret"),
-            "Non\r\n3\r\n120\r\nSonNo\r\nDureeYes\r\nImg plateau 2\r\nDef mots 23 1\r\nEncadrement 1\r\n"
-            "ResolutionE 0\r\n");
+            "Non\r\n3\r\n120\r\nSonNo\r\nDureeYes\r\nImg plateau 2\r\nDef mots 23 1\r\nEncadrement "
+            "1\r\nResolutionE 0\r\n");
 }
 
 TEST_F(WholeGame, TheTourAccompaniesTheFirstGame) {
@@ -173,9 +169,8 @@ TEST_F(WholeGame, TheTourAccompaniesTheFirstGame) {
   EXPECT_EQ(forms.tourSteps, (std::vector<int>{1, 2, 3, 4, 5}));
   // Step 5 tells the word between its quotes, and its points.
   const std::string line = f.TxtHisto.text;
-  const std::string word = line.substr(3, line.find(' ', 3) - 3);
-  EXPECT_EQ(program.StrMsg, "\r\nLe mot ''" + word + "'' a été validé et rapporte " +
-                                line.substr(line.find_last_of(' ') + 1) +
+  EXPECT_EQ(program.StrMsg, "\r\nLe mot ''" + line.substr(3, line.find(' ', 3) - 3) +
+                                "'' a été validé et rapporte " + line.substr(line.find_last_of(' ') + 1) +
                                 " points.\r\n\r\nPour continuer la partie, le joueur suivant doit indiquer "
                                 "au programme les lettres qu'il a piochées.");
 }
