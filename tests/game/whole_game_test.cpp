@@ -154,8 +154,8 @@ TEST_F(WholeGame, LeavingFromThePickerEndsTheProgram) {
   EXPECT_TRUE(f.ended && !f.visible && !run.journal->Exists());
   EXPECT_EQ(forms.boiteD.size(), searches);  // no search after leaving
   EXPECT_EQ(ReadFile(dir.path() / "Option.ret"),
-            "Non\r\n3\r\n120\r\nSonNo\r\nDureeYes\r\nImg plateau 2\r\nDef mots 23 1\r\nEncadrement "
-            "1\r\nResolutionE 0\r\n");
+            "Non\r\n3\r\n120\r\nSonNo\r\nDureeYes\r\n"
+            "Img plateau 2\r\nDef mots 23 1\r\nEncadrement 1\r\nResolutionE 0\r\n");
 }
 
 TEST_F(WholeGame, TheTourAccompaniesTheFirstGame) {

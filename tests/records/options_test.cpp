@@ -25,13 +25,13 @@ class OptionsFile : public ::testing::Test {
 TEST_F(OptionsFile, DefaultsAndEveryValueRoundTrip) {
   ASSERT_TRUE(WriteOptions(file_, Options{}));
   EXPECT_EQ(test::ReadFile(file_),
-            "Oui\r\n3\r\n120\r\nSonYes\r\nDureeYes\r\nImg plateau 2\r\nDef mots 23 1\r\nEncadrement "
-            "1\r\nResolutionE 0\r\n");
+            "Oui\r\n3\r\n120\r\nSonYes\r\nDureeYes\r\n"
+            "Img plateau 2\r\nDef mots 23 1\r\nEncadrement 1\r\nResolutionE 0\r\n");
   const Options changed{"Non", 5, -7, false, false, 4, 0, 0, 1};
   ASSERT_TRUE(WriteOptions(file_, changed));
   EXPECT_EQ(test::ReadFile(file_),
-            "Non\r\n5\r\n-7\r\nSonNo\r\nDureeNo\r\nImg plateau 4\r\nDef mots 23 0\r\nEncadrement "
-            "0\r\nResolutionE 1\r\n");
+            "Non\r\n5\r\n-7\r\nSonNo\r\nDureeNo\r\n"
+            "Img plateau 4\r\nDef mots 23 0\r\nEncadrement 0\r\nResolutionE 1\r\n");
   Options read;
   ASSERT_TRUE(ReadOptions(file_, read));
   EXPECT_EQ(read, changed);
@@ -43,9 +43,10 @@ TEST_F(OptionsFile, OddLinesReadByTheirRules) {
   // counts; line 1 is taken whole; extra lines are ignored; line feeds alone
   // end lines as well.
   Options read;
-  ASSERT_TRUE(ReadText(
-      "Peut-etre\r\n3\r\n120\r\nSonno\r\nDureeNo\r\nImg plateau 12\r\nDef23=0\r\nXX1\r\n9\r\nextra\r\n",
-      read));
+  ASSERT_TRUE(
+      ReadText("Peut-etre\r\n3\r\n120\r\nSonno\r\nDureeNo\r\n"
+               "Img plateau 12\r\nDef23=0\r\nXX1\r\n9\r\nextra\r\n",
+               read));
   EXPECT_EQ(read, (Options{"Peut-etre", 3, 120, true, false, 2, 0, 1, 9}));
   ASSERT_TRUE(ReadText(
       "Non\n3\n120\nSonYes\nDureeYes\nImg plateau 3\nDef mots 23 1\nEncadrement 1\nResolutionE 0", read));
@@ -78,7 +79,8 @@ TEST_F(OptionsFile, MissingShortOrBrokenFilesGiveAllDefaults) {
       {".5", "7.", 0, 7},
   };
   const std::string rest =
-      "\r\nSonNo\r\nDureeYes\r\nImg plateau 3\r\nDef mots 23 0\r\nEncadrement 1\r\nResolutionE 1\r\n";
+      "\r\nSonNo\r\nDureeYes\r\n"
+      "Img plateau 3\r\nDef mots 23 0\r\nEncadrement 1\r\nResolutionE 1\r\n";
   for (const auto& g : good) {
     ASSERT_TRUE(ReadText("Non\r\n" + std::string(g.two) + "\r\n" + g.three + rest, read))
         << g.two << " / " << g.three;
@@ -95,10 +97,11 @@ TEST_F(OptionsFile, MissingShortOrBrokenFilesGiveAllDefaults) {
     EXPECT_FALSE(ReadText(text + rest, read)) << text;
     EXPECT_EQ(read, Options{}) << text;
   }
-  for (const std::string text :
-       {"", "Non\r\n5\r\n120\r\nSonNo\r\nDureeNo\r\nImg plateau 3\r\nDef mots 23 0\r\nEncadrement 0\r\n",
-        "Non\r\n5\r\n120\r\nSonNo\r\nDureeNo\r\nImg plateau x\r\nDef mots 23 0\r\nEncadrement "
-        "0\r\nResolutionE 1\r\n"}) {
+  for (const std::string text : {"",
+                                 "Non\r\n5\r\n120\r\nSonNo\r\nDureeNo\r\n"
+                                 "Img plateau 3\r\nDef mots 23 0\r\nEncadrement 0\r\n",
+                                 "Non\r\n5\r\n120\r\nSonNo\r\nDureeNo\r\n"
+                                 "Img plateau x\r\nDef mots 23 0\r\nEncadrement 0\r\nResolutionE 1\r\n"}) {
     EXPECT_FALSE(ReadText(text, read)) << text;
     EXPECT_EQ(read, Options{}) << text;
   }

@@ -83,9 +83,10 @@ TEST_F(StartUp, ChainOfStepsWithItsTextsAndOffsets) {
 }
 
 TEST_F(StartUp, OptionsAreReadOrDefaultedSilentlyAndASecondCopyEndsBeforeAnything) {
-  Write(kOptionsFileName,
-        "Non\r\n3\r\n120\r\nSonNo\r\nDureeYes\r\nImg plateau 4\r\nDef mots 23 0\r\nEncadrement "
-        "1\r\nResolutionE 1\r\n");
+  const std::string options =
+      "Non\r\n3\r\n120\r\nSonNo\r\nDureeYes\r\nImg plateau 4\r\nDef mots 23 0\r\nEncadrement "
+      "1\r\nResolutionE 1\r\n";
+  Write(kOptionsFileName, options);
   program_.IntJok = 3;
   program_.IntPioche = 2;
   program_.BytVisite = 3;
@@ -99,9 +100,7 @@ TEST_F(StartUp, OptionsAreReadOrDefaultedSilentlyAndASecondCopyEndsBeforeAnythin
   EXPECT_EQ(program_.options, Options{});
   EXPECT_TRUE(fake_.boxes.shown.empty());
 
-  Write(kOptionsFileName,
-        "Non\r\n3\r\n120\r\nSonNo\r\nDureeYes\r\nImg plateau 4\r\nDef mots 23 0\r\nEncadrement "
-        "1\r\nResolutionE 1\r\n");
+  Write(kOptionsFileName, options);
   program_.HeureDepart = 0;
   reads_.clear();
   auto form = Make();
