@@ -1,9 +1,8 @@
 // The small forms around the game: the game's name and options, the tour
-// box, the screen check, the final score and the about box.
+// box and the screen check. The final score's text is checked with the
+// whole games, the about box with the windows.
 #include <gtest/gtest.h>
 
-#include "records/about.h"
-#include "records/final_score.h"
 #include "records/game_name.h"
 #include "records/guided_tour.h"
 #include "records/screen_check.h"
@@ -224,28 +223,6 @@ TEST_F(ProgramFixture, TheScreenCheckWarnsBelowSevenHundredLinesUntilSwitchedOff
   open(600)->ChkResolution_Click(true);
   EXPECT_EQ(program_.options.OptResol, 1);
   EXPECT_EQ(partieLoads, 1);
-}
-
-TEST_F(ProgramFixture, FinalScoreAndAboutBox) {
-  int unloads = 0, mails = 0;
-  FrmFini fini("312", [&] { ++unloads; });
-  fini.Form_Load();
-  EXPECT_EQ(fini.view().LblScore, "312 points");
-  fini.CmdQuit_Click();
-  fini.Foc_Click();
-  std::vector<bool> main;
-  FrmAbout about(
-      program_, [&](bool on) { main.push_back(on); }, [&] { ++mails; });
-  about.Form_Load();
-  EXPECT_EQ(about.view().LblU, "Programme d'aide pour le jeu de tablinor");
-  EXPECT_EQ(about.view().LblVer.rfind("Version 1.23", 0), 0u);
-  EXPECT_NE(about.view().LblT.find("MPL 2.0"), std::string::npos);
-  about.CmdSite_Click();
-  about.CmdMail_Click();
-  about.CmdFerme_Click();
-  EXPECT_EQ(fake_.shell.opened, std::vector<std::string>{ProgramSiteAddress()});
-  EXPECT_EQ(unloads * 10 + mails, 11);
-  EXPECT_EQ(main, (std::vector<bool>{false, true}));
 }
 
 }  // namespace
