@@ -7,15 +7,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <stdexcept>
-#include <string>
-#include <vector>
 
-#include "engine/board_text.h"
-#include "engine/context.h"
-#include "engine/solution_set.h"
-#include "lexicon/expressions.h"
 #include "lexicon/tables.h"
 #include "tests/engine/engine_test_support.h"
 
@@ -53,24 +46,20 @@ class ReferencePlateau {
     return int32_t(TabSolutions.size()) - 1;
   }
 
+  // The first of the best plays (level 5), or the first nearest (best - 2) x level / 5.
   const ClsWord* SubSortie(int niveau) {
-    int best = 0, bestIndex = 0;
+    size_t best = 0, chosen = 0;
     for (size_t i = 1; i < TabSolutions.size(); ++i)
-      if (TabSolutions[i].CountP > best) {
-        best = TabSolutions[i].CountP;
-        BytSens = uint8_t(TabSens[i]);
-        bestIndex = int(i);
-      }
-    if (niveau == 5) return bestIndex == 0 ? nullptr : &TabSolutions[size_t(bestIndex)];
-    const long target = std::lround((best - 2) * niveau / 5.0);  // never a half: (best - 2) x level is whole
-    long nearest = 9999;
-    size_t chosen = 0;
+      if (TabSolutions[i].CountP > (best ? TabSolutions[best].CountP : 0)) best = i;
+    if (best) BytSens = uint8_t(TabSens[best]);
+    if (niveau == 5) return best ? &TabSolutions[best] : nullptr;
+    // Never a half: (best - 2) x level is whole.
+    const long target = std::lround(((best ? TabSolutions[best].CountP : 0) - 2) * niveau / 5.0);
     for (size_t i = 1; i < TabSolutions.size(); ++i)
-      if (std::labs(TabSolutions[i].CountP - target) < nearest) {
-        nearest = std::labs(TabSolutions[i].CountP - target);
+      if (!chosen ||
+          std::labs(TabSolutions[i].CountP - target) < std::labs(TabSolutions[chosen].CountP - target))
         chosen = i;
-      }
-    return chosen == 0 ? nullptr : &TabSolutions[chosen];
+    return chosen ? &TabSolutions[chosen] : nullptr;
   }
 
  private:
