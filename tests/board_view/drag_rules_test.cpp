@@ -15,32 +15,29 @@ using layout::RackTop;
 using layout::SquareLeft;
 using layout::SquareTop;
 
+// Left 37 is 58 % of the way to column 1, 38 is 61 %; columns are clamped;
+// Int(-0.3) is -1, and 0.7 of the way goes up; 6.6 rack places in is place
+// 7, and the rack clamp is 8, not 6. A tile overlaps a frame when it touches
+// its left or top side, not its right or bottom side.
 TEST(DragGeometry, SixtyPercentRoundingClampsAndTheOverlapOfLeftAndTopSides) {
-  const struct {
-    int got, expected;
-  } cases[] = {
-      {DropColumn(37), 0},  // left 37 is 58 % of the way to column 1
-      {DropColumn(38), 1},  // 38 is 61 %
-      {DropColumn(10), 0},  {DropColumn(557), 14},  // clamped
-      {DropRow(15 + 36 * 7 + 21), 7}, {DropRow(15 + 36 * 7 + 22), 8},
-      {RoundSixty(-0.3, -5, 14), 0},  // Int(-0.3) is -1, and 0.7 of the way goes up
-      {RoundSixty(-0.5, -5, 14), -1}, {RoundSixty(-0.5, 0, 14), 0},
-      {RoundSixty(2.59, 0, 14), 2},   {RoundSixty(2.6, 0, 14), 3},
-      {DropRackPlace(575 + 237), 6},  {DropRackPlace(575 + 238), 7},  // 6.6 places in: place 7
-      {DropRackPlace(575 + 36 * 12), 8},  // the clamp is 8, not 6
-  };
-  for (size_t i = 0; i < std::size(cases); ++i) EXPECT_EQ(cases[i].got, cases[i].expected) << i;
-  EXPECT_TRUE(TileOverlaps(16 - 35, 100, kPlateau1));  // touches the left side
-  EXPECT_FALSE(TileOverlaps(16 - 36, 100, kPlateau1));
-  EXPECT_FALSE(TileOverlaps(558, 100, kPlateau1));     // touches the right side
-  EXPECT_TRUE(TileOverlaps(100, 15 - 35, kPlateau1));  // touches the top side
-  EXPECT_FALSE(TileOverlaps(100, 557, kPlateau1));     // touches the bottom side
-  EXPECT_TRUE(TileOverlaps(829, 560, kPicReglette));
-  EXPECT_FALSE(TileOverlaps(830, 560, kPicReglette));
+  using Ints = std::vector<int>;
+  EXPECT_EQ((Ints{DropColumn(37), DropColumn(38), DropColumn(10), DropColumn(557)}), (Ints{0, 1, 0, 14}));
+  EXPECT_EQ((Ints{DropRow(15 + 36 * 7 + 21), DropRow(15 + 36 * 7 + 22)}), (Ints{7, 8}));
+  EXPECT_EQ((Ints{RoundSixty(-0.3, -5, 14), RoundSixty(-0.5, -5, 14), RoundSixty(-0.5, 0, 14),
+                  RoundSixty(2.59, 0, 14), RoundSixty(2.6, 0, 14)}),
+            (Ints{0, -1, 0, 2, 3}));
+  EXPECT_EQ((Ints{DropRackPlace(575 + 237), DropRackPlace(575 + 238), DropRackPlace(575 + 36 * 12)}),
+            (Ints{6, 7, 8}));
+  EXPECT_EQ((Ints{TileOverlaps(16 - 35, 100, kPlateau1), TileOverlaps(16 - 36, 100, kPlateau1),
+                  TileOverlaps(558, 100, kPlateau1), TileOverlaps(100, 15 - 35, kPlateau1),
+                  TileOverlaps(100, 557, kPlateau1), TileOverlaps(829, 560, kPicReglette),
+                  TileOverlaps(830, 560, kPicReglette)}),
+            (Ints{1, 0, 0, 1, 0, 1, 0}));
 }
 
 class Drag : public GameTest {
  protected:
+  using Spot = std::pair<int, int>;
   void SetUp() override {
     Load();
     form->ObjPlateau->SubCaserWord(ClsWord{"chat", "H8", 0});
@@ -52,10 +49,20 @@ class Drag : public GameTest {
     Tile& tile = form->PicGamer[size_t(i)];
     drag->PicGamer_MouseDown(i, 1, 17, 17, tile.left + 17, tile.top + 17);
     drag->TimDeplace_Timer(left + 17, top + 17);
-    ASSERT_EQ(tile.left, left);
-    ASSERT_EQ(tile.top, top);
+    ASSERT_EQ(At(i), Spot(left, top));
     drag->PicGamer_MouseUp(i, 1);
   }
+  Spot At(int i) const { return {form->PicGamer[size_t(i)].left, form->PicGamer[size_t(i)].top}; }
+  static Spot Square(int x, int y) { return {SquareLeft(x), SquareTop(y)}; }
+  static Spot Rack(int place) { return {RackLeft(place), RackTop()}; }
+  std::string Rack() const {
+    std::string letters;
+    for (const auto& place : form->TabChevalet) letters += place.StrLettre.empty() ? "." : place.StrLettre;
+    return letters;
+  }
+  static TileFace Letter(char c, TileFace::Tint tint) { return {TileFace::Picture::ImgLet, c - 'a', tint}; }
+  static TileFace Joker(char c) { return {TileFace::Picture::ImgJok, c - 'A', TileFace::Tint::DarkRed}; }
+  std::unique_ptr<TileDrag>& drag = run.drag;
 };
 
 TEST_F(Drag, TheLeftButtonLiftsTheTileAboveTheOthersAndItFollowsWithinTheWindow) {
@@ -65,17 +72,11 @@ TEST_F(Drag, TheLeftButtonLiftsTheTileAboveTheOthersAndItFollowsWithinTheWindow)
   drag->PicGamer_MouseDown(3, 1, 10, 20, RackLeft(4) + 10, RackTop() + 20);
   EXPECT_EQ(drag->IntPlaceDepart, 4);
   EXPECT_FALSE(form->PicDef.visible);
-  for (int i = 0; i < 7; ++i) {
-    if (i != 3) {
-      EXPECT_GT(form->PicGamer[3].zOrder, form->PicGamer[size_t(i)].zOrder);
-    }
-  }
+  for (int i : {0, 1, 2, 4, 5, 6}) EXPECT_GT(form->PicGamer[3].zOrder, form->PicGamer[size_t(i)].zOrder);
   drag->TimDeplace_Timer(5, 5);
-  EXPECT_EQ(form->PicGamer[3].left, 0);
-  EXPECT_EQ(form->PicGamer[3].top, 0);
+  EXPECT_EQ(At(3), Spot(0, 0));
   drag->TimDeplace_Timer(5000, 5000);
-  EXPECT_EQ(form->PicGamer[3].left, 846 - 35);
-  EXPECT_EQ(form->PicGamer[3].top, 602 - 35);
+  EXPECT_EQ(At(3), Spot(846 - 35, 602 - 35));
   drag->PicGamer_MouseUp(3, 2);  // ignored: still dragging, no sound
   EXPECT_TRUE(drag->TimDeplaceEnabled);
   EXPECT_TRUE(fake.sounds.played.empty());
@@ -87,13 +88,10 @@ TEST_F(Drag, TheLeftButtonLiftsTheTileAboveTheOthersAndItFollowsWithinTheWindow)
 TEST_F(Drag, DropOnAFreeSquareSnapsPaintsAndScores) {
   PutOnRack(0, "s", 2);
   form->LblIndic.text = "\r\nPas de solution possible.";
-  form->ImgXY.visible = true;
-  form->LinVx.visible = form->LinVy.visible = true;
+  form->ImgXY.visible = form->LinVx.visible = form->LinVy.visible = true;
   DragTo(0, SquareLeft(11) + 5, SquareTop(7) - 9);  // a little off the square
-  const Tile& tile = form->PicGamer[0];
-  EXPECT_EQ(tile.left, SquareLeft(11));
-  EXPECT_EQ(tile.top, SquareTop(7));
-  EXPECT_EQ(tile.face, (TileFace{TileFace::Picture::ImgLet, 's' - 'a', TileFace::Tint::Blue}));
+  EXPECT_EQ(At(0), Square(11, 7));
+  EXPECT_EQ(form->PicGamer[0].face, Letter('s', TileFace::Tint::Blue));
   EXPECT_EQ(form->TabChevalet[2].IntJeton, -1);
   EXPECT_TRUE(form->CmdRanger.enabled && form->CmdValider.enabled);  // "chats"
   EXPECT_EQ(form->LblPts.text, "11");
@@ -107,67 +105,53 @@ TEST_F(Drag, DropOnAFreeSquareSnapsPaintsAndScores) {
   EXPECT_EQ(form->LblIndic.text, "Solution: CHATS\r\nPosition: H-8");
 }
 
-TEST_F(Drag, OccupiedSquareTriesTheRackOrSendsTheTileBack) {
+TEST_F(Drag, OccupiedSquaresAndPlacesOffTheBoardSendTheTileBack) {
   PutOnRack(0, "s", 1);
+  PutOnRack(1, "e", 2);
   DragTo(0, SquareLeft(8), SquareTop(7));  // over the "h" of chat, far from the rack
-  EXPECT_EQ(form->PicGamer[0].left, RackLeft(1));
-  EXPECT_EQ(form->PicGamer[0].top, RackTop());
+  EXPECT_EQ(At(0), Rack(1));
   EXPECT_EQ(form->TabChevalet[1].StrLettre, "s");
   EXPECT_EQ(form->LblPts.text, "");                      // the score is not worked out again
   EXPECT_EQ(fake.sounds.played, std::vector<int>{101});  // the sound all the same
-
-  // Sound off: silent.
-  program.options.OptSons = false;
-  DragTo(0, 700, 100);  // nowhere
-  EXPECT_EQ(form->PicGamer[0].left, RackLeft(1));
-  EXPECT_EQ(fake.sounds.played.size(), 1u);
-}
-
-TEST_F(Drag, ASquareWithAProposedTileSendsTheTileBackWithoutTryingTheRack) {
-  PutOnRack(0, "s", 0);
-  PutOnRack(1, "e", 1);
+  // Over a proposed tile: back, without trying the rack.
   DragTo(0, SquareLeft(11), SquareTop(7));
   DragTo(1, SquareLeft(11) + 3, SquareTop(7) + 3);
-  EXPECT_EQ(form->PicGamer[1].left, RackLeft(1));
-  EXPECT_EQ(form->TabChevalet[1].StrLettre, "e");
+  EXPECT_EQ(At(1), Rack(2));
+  EXPECT_EQ(form->TabChevalet[2].StrLettre, "e");
   EXPECT_EQ(form->LblPts.text, "11");  // unchanged
+  DragTo(0, 557, SquareTop(3) + 4);    // still over the board: column 14
+  EXPECT_EQ(At(0), Square(14, 3));
+  // Off the board and off the rack, sound off: back to its square, silent.
+  program.options.OptSons = false;
+  DragTo(0, 558, SquareTop(5));
+  EXPECT_EQ(At(0), Square(14, 3));
+  EXPECT_EQ(fake.sounds.played.size(), 4u);
 }
 
-TEST_F(Drag, TilesOnTheRackChangePlaces) {
-  PutOnRack(0, "s", 0);
-  PutOnRack(1, "e", 1);
-  form->PicGamer[0].face = TileFace{TileFace::Picture::ImgLet, 's' - 'a', TileFace::Tint::Black};
-  form->PicGamer[1].face = TileFace{TileFace::Picture::ImgLet, 'e' - 'a', TileFace::Tint::Black};
-  DragTo(0, RackLeft(1) + 10, RackTop());
-  EXPECT_EQ(form->PicGamer[0].left, RackLeft(1));
-  EXPECT_EQ(form->PicGamer[1].left, RackLeft(0));
-  EXPECT_EQ(form->TabChevalet[0].StrLettre + form->TabChevalet[1].StrLettre, "es");
-  EXPECT_EQ(form->TabChevalet[0].IntJeton, 1);
-  EXPECT_EQ(form->LblPts.text, "0");
-
-  // Back on its own place: nothing moves.
-  DragTo(0, RackLeft(1) - 12, RackTop() + 10);
-  EXPECT_EQ(form->PicGamer[0].left, RackLeft(1));
-  EXPECT_EQ(form->PicGamer[1].left, RackLeft(0));
-  EXPECT_EQ(form->TabChevalet[1].StrLettre, "s");
-  EXPECT_EQ(form->TabChevalet[0].StrLettre, "e");
-}
-
-TEST_F(Drag, ATileFromTheBoardPushesTheOtherToTheLowestFreePlace) {
+TEST_F(Drag, TilesOnTheRackChangePlacesAndATileFromTheBoardPushesTheOtherToTheLowestFreePlace) {
   PutOnRack(0, "s", 0);
   PutOnRack(1, "e", 1);
   PutOnRack(2, "a", 2);
+  DragTo(0, RackLeft(1) + 10, RackTop());
+  EXPECT_EQ(At(0), Rack(1));
+  EXPECT_EQ(At(1), Rack(0));
+  EXPECT_EQ(Rack(), "esa....");
+  EXPECT_EQ(form->TabChevalet[0].IntJeton, 1);
+  EXPECT_EQ(form->LblPts.text, "0");
+  // Back on its own place: nothing moves.
+  DragTo(0, RackLeft(1) - 12, RackTop() + 10);
+  EXPECT_EQ(At(0), Rack(1));
+  EXPECT_EQ(Rack(), "esa....");
+  // From the board onto "a": "a" goes to the lowest free place.
   DragTo(0, SquareLeft(11), SquareTop(7));
   EXPECT_TRUE(form->CmdRanger.enabled);
-  DragTo(0, RackLeft(2), RackTop());  // onto "a"
+  DragTo(0, RackLeft(2), RackTop());
   EXPECT_EQ(drag->IntPlaceDepart, -1);
-  EXPECT_EQ(form->TabChevalet[2].StrLettre, "s");
-  EXPECT_EQ(form->PicGamer[2].left, RackLeft(0));
-  EXPECT_EQ(form->TabChevalet[0].StrLettre, "a");
-  EXPECT_EQ(form->TabChevalet[0].IntJeton, 2);
-  EXPECT_EQ(form->PicGamer[0].face, (TileFace{TileFace::Picture::ImgLet, 's' - 'a', TileFace::Tint::Black}));
-  EXPECT_FALSE(form->CmdRanger.enabled);  // nothing left on the board
-  EXPECT_FALSE(form->CmdValider.enabled);
+  EXPECT_EQ(Rack(), "eas....");
+  EXPECT_EQ(At(2), Rack(1));
+  EXPECT_EQ(form->TabChevalet[1].IntJeton, 2);
+  EXPECT_EQ(form->PicGamer[0].face, Letter('s', TileFace::Tint::Black));
+  EXPECT_FALSE(form->CmdRanger.enabled || form->CmdValider.enabled);  // nothing left on the board
   EXPECT_EQ(form->LblPts.text, "0");
 }
 
@@ -177,19 +161,17 @@ TEST_F(Drag, ABlankAsksItsLetterAtEachDropOnTheBoard) {
   form->PicGamer[4].face = TileFace{TileFace::Picture::ImgLet, 26, TileFace::Tint::None};
   forms.jokerLetters = {"s", "z"};
   DragTo(4, SquareLeft(11), SquareTop(7));
-  EXPECT_EQ(forms.jocShown, 1);
+  EXPECT_EQ(forms.jokerLetters.size(), 1u);
   EXPECT_EQ(form->PicGamer[4].Tag, "S");
-  EXPECT_EQ(form->PicGamer[4].face,
-            (TileFace{TileFace::Picture::ImgJok, 'S' - 'A', TileFace::Tint::DarkRed}));
-  EXPECT_EQ(form->TabChevalet[4].StrLettre, "");  // the entry numbered like the tile, though "e" stands there
-  EXPECT_EQ(form->PicGamer[5].left, RackLeft(4));
-  EXPECT_EQ(form->TabChevalet[3].StrLettre, "");  // and the place it came from
-  EXPECT_EQ(form->LblPts.text, "9");              // chatS: the blank scores nothing
+  EXPECT_EQ(form->PicGamer[4].face, Joker('S'));
+  // The entry numbered like the tile goes, though "e" stands there, and the place it came from.
+  EXPECT_EQ(Rack(), ".......");
+  EXPECT_EQ(At(5), Rack(4));
+  EXPECT_EQ(form->LblPts.text, "9");  // chatS: the blank scores nothing
   // Moved to another square, it asks again and takes the new letter.
   DragTo(4, SquareLeft(6), SquareTop(7));
-  EXPECT_EQ(forms.jocShown, 2);
-  EXPECT_EQ(form->PicGamer[4].Tag, "Z");
-  EXPECT_EQ(form->PicGamer[4].face.index, 'Z' - 'A');
+  EXPECT_TRUE(forms.jokerLetters.empty());
+  EXPECT_EQ(form->PicGamer[4].face, Joker('Z'));
   EXPECT_EQ(form->LblPts.text, "0");  // "zchat" is no word
   // Back to the rack: the plain blank, "?" again, but the rack entry keeps the letter.
   DragTo(4, RackLeft(5), RackTop());
@@ -199,39 +181,12 @@ TEST_F(Drag, ABlankAsksItsLetterAtEachDropOnTheBoard) {
   EXPECT_EQ(form->TabChevalet[5].IntJeton, 4);
 }
 
-TEST_F(Drag, ABlankLeftWithoutALetterIsNul) {
-  PutOnRack(0, "?", 0);
-  forms.onJoc = [](FrmJoc& joc) {
-    joc.TxtJok_Change("5");  // refused: the box empties at once
-    EXPECT_EQ(joc.TxtJok.text, "");
-    joc.Close();
-  };
-  DragTo(0, SquareLeft(11), SquareTop(7));
-  EXPECT_EQ(form->PicGamer[0].Tag, "Nul");
-  EXPECT_EQ(form->PicGamer[0].face,
-            (TileFace{TileFace::Picture::ImgJok, 13, TileFace::Tint::DarkRed}));  // "N"
-  EXPECT_EQ(program.StrJoker, "Nul");
-  EXPECT_EQ(form->LblPts.text, "0");  // never a lawful proposal
-  EXPECT_FALSE(form->CmdValider.enabled);
-}
-
-TEST_F(Drag, EdgesOfTheBoard) {
-  PutOnRack(0, "s", 0);
-  DragTo(0, 557, SquareTop(3) + 4);  // still over the board: column 14
-  EXPECT_EQ(form->PicGamer[0].left, SquareLeft(14));
-  EXPECT_EQ(form->PicGamer[0].top, SquareTop(3));
-  DragTo(0, 558, SquareTop(5));  // off the board and off the rack: back
-  EXPECT_EQ(form->PicGamer[0].left, SquareLeft(14));
-  EXPECT_EQ(form->PicGamer[0].top, SquareTop(3));
-}
-
 TEST_F(Drag, ARackPlacePastTheTableEndsTheProgram) {
   FatalCatcher catcher;
   PutOnRack(0, "s", 6);
   // The window lets a tile reach 811 at most; a wider hold gets it further.
-  Tile& tile = form->PicGamer[0];
-  drag->PicGamer_MouseDown(0, 1, 17, 17, tile.left + 17, tile.top + 17);
-  tile.left = 575 + 238;  // 6.61 places in
+  drag->PicGamer_MouseDown(0, 1, 17, 17, RackLeft(6) + 17, RackTop() + 17);
+  form->PicGamer[0].left = 575 + 238;  // 6.61 places in
   try {
     drag->PicGamer_MouseUp(0, 1);
     FAIL() << "place 7 went through";
@@ -239,19 +194,7 @@ TEST_F(Drag, ARackPlacePastTheTableEndsTheProgram) {
     EXPECT_NE(std::string(fatal.what()).find("Erreur d'exécution 9"), std::string::npos);
   }
   // The tile had already moved to the place that does not exist.
-  EXPECT_EQ(tile.left, 575 + 36 * 7 + 2);
-  EXPECT_EQ(tile.top, RackTop());
-}
-
-TEST_F(Drag, LayWordLaysAPlayWithGestures) {
-  PutOnRack(0, "a", 0);
-  PutOnRack(1, "s", 1);
-  PutOnRack(2, "?", 2);
-  // "tas" down from the "t" of chat, then the blank.
-  ASSERT_TRUE(LayWord(*form, *drag, ClsWord{"tas", "11H", 3}));
-  EXPECT_EQ(form->LblPts.text, "3");
-  EXPECT_TRUE(form->CmdValider.enabled);
-  EXPECT_FALSE(LayWord(*form, *drag, ClsWord{"chatte", "H8", 0}));  // no "t" or "e" left
+  EXPECT_EQ(At(0), Spot(575 + 36 * 7 + 2, RackTop()));
 }
 
 }  // namespace
