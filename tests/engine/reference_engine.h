@@ -84,13 +84,9 @@ class ReferencePlateau {
     std::fill(line, line + 16, 0);
     const auto scan = [&](int i, int step, int left) {
       for (; i >= 0 && i <= 14; i += step) {
-        if (Tile(i, row)) {
-          line[i] = kF;
-          continue;
-        }
-        if (--left == 0) break;
-        line[i] = (row >= 1 && Tile(i, row - 1) ? kH : 0) | (row < 14 && Tile(i, row + 1) ? kB : 0);
-        if (line[i] == 0) line[i] = kL;
+        if (!Tile(i, row) && --left == 0) break;
+        const int near = (row >= 1 && Tile(i, row - 1) ? kH : 0) | (row < 14 && Tile(i, row + 1) ? kB : 0);
+        line[i] = Tile(i, row) ? kF : near ? near : kL;
       }
     };
     scan(column - 1 + shift, -1, budget);
@@ -159,8 +155,7 @@ class ReferencePlateau {
     while (start > 0 && Tile(x, start - 1)) start--;
     std::string word;
     for (int r = start; r <= 14 && Tile(x, r); ++r) word += UpperAscii(Tile(x, r));
-    int32_t node = 0;
-    const bool good = words_.SubWordIsTrue(word, node);
+    const bool good = words_.SubWordIsTrue(std::string_view(word));
     Tile(x, y) = '\0';
     return good;
   }
@@ -177,9 +172,7 @@ class ReferencePlateau {
       std::string left, right;
       for (int x = s - 1; x >= 0 && line[x] == kF; --x) left = Tile(x, L) + left;
       for (int x = s + int(w.size()); x <= 14 && line[x] == kF; ++x) right += Tile(x, L);
-      std::string whole = left + w + right;
-      int32_t node = 0;
-      if (!good || !words_.SubWordIsTrue(whole, node)) continue;
+      if (!good || !words_.SubWordIsTrue(std::string_view(left + w + right))) continue;
       std::string expression = left + w + right + result.substr(w.size());
       for (char& ch : expression) ch = LowerAscii(ch);
       Keep(SubScoreH(expression, L, s, o), o);
@@ -238,19 +231,14 @@ class ReferencePlateau {
     ClsWord result;
     const std::string place =
         o != 0 ? std::to_string(r + 1) + char('A' + s) : char('A' + r) + std::to_string(s + 1);
-    const auto keep = [&](std::string& scored, const std::string& shown) {
+    const auto keep = [&](std::string& scored, const std::string& shown) -> const ClsWord& {
       const int points = SubPointsMot(scored, r, s);
-      if (points < result.CountP) return;
-      result.CountP = int16_t(points);
-      result.Express = shown.empty() ? scored : shown;
-      result.Place = place;
+      if (points >= result.CountP) result = ClsWord{shown.empty() ? scored : shown, place, int16_t(points)};
+      return result;
     };
     const size_t blank = mot.find(' ');
-    if (blank == std::string::npos) {
-      std::string m = mot;
-      keep(m, "");
-      return result;
-    }
+    std::string m = mot;
+    if (blank == std::string::npos) return keep(m, "");
     const std::string word = mot.substr(0, blank);
     const std::string inside = mot.substr(mot.find('(') + 1, mot.find(')') - mot.find('(') - 1);
     const auto freeAt = [&](size_t i) { return !Tile(s + int(i), r); };
