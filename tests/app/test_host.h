@@ -4,8 +4,11 @@
 // clock; sounds, documents and yields recorded) with the real message boxes,
 // answered by the test.
 
+#include <QAbstractButton>
+#include <QApplication>
 #include <QDir>
-#include <QString>
+#include <QMessageBox>
+#include <QTimer>
 
 #include "app/gui/bind.h"
 #include "app/gui/qt_host.h"
@@ -41,8 +44,25 @@ struct TestHost {
   Host host{boxes, timers, clock, sounds, shell, events};
 };
 
-inline int Count(const std::vector<int>& played, int sound) {
-  return int(std::count(played.begin(), played.end(), sound));
+// Runs `answer` on the next message box as soon as one is up, once.
+inline void OnNextBox(std::function<void(QMessageBox*)> answer) {
+  auto* timer = new QTimer(qApp);
+  QObject::connect(timer, &QTimer::timeout, [timer, answer = std::move(answer)] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (!box || !box->isVisible()) return;
+    timer->stop();
+    timer->deleteLater();
+    answer(box);
+  });
+  timer->start(0);
+}
+
+// Clicks the button of this caption in the next message box.
+inline void AnswerNextBox(const QString& button) {
+  OnNextBox([button](QMessageBox* box) {
+    for (QAbstractButton* b : box->buttons())
+      if (b->text() == button) b->click();
+  });
 }
 
 // Where the tests leave their pictures: build/screenshots.
