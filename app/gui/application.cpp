@@ -23,6 +23,11 @@ Application::Application(Host& host, Settings settings)
       forms_(program_, settings_.startDirectory.isEmpty() ? QDir::currentPath() : settings_.startDirectory) {
   if (settings_.startDirectory.isEmpty()) settings_.startDirectory = QDir::currentPath();
   forms_.onEnd = [this] { End(); };
+  // The road goes from window to window with none on the screen for a while
+  // (a question closed before the main window opens, the main window gone
+  // before the name form's timer shows it): the program ends when its own
+  // road says so, never because the last window closed.
+  QGuiApplication::setQuitOnLastWindowClosed(false);
 }
 
 Application::~Application() {

@@ -138,6 +138,11 @@ void StartupWindow::mousePressEvent(QMouseEvent* event) {
   if (event->button() == Qt::LeftButton && windowHandle()) windowHandle()->startSystemMove();
 }
 
+void StartupWindow::closeEvent(QCloseEvent* event) {
+  // The loading runs to its end; the window goes when the next one comes.
+  event->ignore();
+}
+
 void StartupWindow::paintEvent(QPaintEvent*) {
   QPainter p(this);
   QLinearGradient ground(0, 0, 0, height());

@@ -40,6 +40,7 @@ class StartupWindow : public QWidget, public Refreshable {
  protected:
   void mousePressEvent(QMouseEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
 
  private:
   Frm11Dem& model_;

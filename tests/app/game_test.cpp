@@ -48,12 +48,28 @@ const QByteArray kQuietOptions =
     "Non\r\n3\r\n120\r\nSonYes\r\nDureeYes\r\nImg plateau 2\r\nDef mots 23 1\r\nEncadrement 1\r\nResolutionE "
     "0\r\n";
 
+// Counts the requests to quit that reach the application: a window road that
+// leaves no window on the screen for a moment must not end the program.
+struct QuitWatch : QObject {
+  int quits = 0;
+  QuitWatch() { qApp->installEventFilter(this); }
+  ~QuitWatch() override { qApp->removeEventFilter(this); }
+  bool eventFilter(QObject* target, QEvent* event) override {
+    if (target == qApp && event->type() == QEvent::Quit) {
+      ++quits;
+      return true;  // the test goes on, to see what the program shows next
+    }
+    return false;
+  }
+};
+
 // A program started in a folder of its own, and its pilot: while `piloting`,
 // whatever modal window is up is answered, one action at a time, and the
 // first picture of each is kept. Each step schedules the next before it
 // acts, so that a modal window the action opens is answered from inside its
 // own loop.
 struct Session : QObject {
+  QuitWatch quitWatch;
   QTemporaryDir dir;
   TestHost host;
   std::unique_ptr<Application> app;
@@ -299,7 +315,9 @@ void GameTest::wholeGameThroughTheWindows() {
   // at the next game, which goes through the name form again.
   QTest::mouseClick(w->Tools()->OptPioche(3), Qt::LeftButton);
   QTest::mouseClick(w->CmdGame(), Qt::LeftButton);
-  QCoreApplication::processEvents();
+  QCoreApplication::processEvents();  // the main window goes
+  QCoreApplication::processEvents();  // the name form waits for its TimDeb meanwhile
+  QCOMPARE(s.quitWatch.quits, 0);     // between the two windows, the program stays
   s.host.timers.Advance(200);
   QCOMPARE(s.app->GameName()->TxtNom()->text(), QStringLiteral("Partie tabli 02"));
   QVERIFY((w = s.ToMain()));
@@ -415,7 +433,7 @@ void GameTest::wordBoxToolsFrameSoundHelpTilesStopAndQuit() {
   QCOMPARE(s.host.sounds.played, std::vector<int>{103});
   QTest::mouseClick(w->CmdAide(), Qt::LeftButton);
   QTest::mouseClick(w->CmdChercheWeb(), Qt::LeftButton);
-  QCOMPARE(s.host.shell.opened, (std::vector<std::string>{"z_a_aide.htm", ChercheWebAddress()}));
+  QCOMPARE(s.host.shell.opened, (std::vector<std::string>{"z_a_aide.htm", ChercheWebAddress("aasss")}));
 
   // A game started: a tile released over nothing (the side panel) goes
   // back; one dropped on a square takes its place.
@@ -511,6 +529,8 @@ void GameTest::aGameLeftUnfinishedIsTakenUp() {
   QCOMPARE(s.boxes.value(0), QStringLiteral("Une partie n'a pas été terminée : « Partie du soir » (2 coups, "
                                             "27 points).\nVoulez-vous la reprendre ?"));
   MainWindow* w = s.app->Main();
+  QCoreApplication::processEvents();
+  QCOMPARE(s.quitWatch.quits, 0);  // the question closed, the program stays for the game
   QVERIFY(w && w->isVisible() && w->CmdArret()->isVisible() && !w->CmdNew()->isEnabled());
   QCOMPARE(w->LblNomP()->text() + w->LblPtsJoueur()->text(), QStringLiteral("Partie du soir27"));
   QCOMPARE(w->TxtHisto()->toPlainText(), QStringLiteral("01 CHAT            18\n02 CHATS            9"));
@@ -525,7 +545,15 @@ int main(int argc, char** argv) {
   QApplication app(argc, argv);
   QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
   GameTest test;
-  return QTest::qExec(&test, argc, argv);
+  // The tests run inside the application's event loop, as the program does:
+  // only there does a road that leaves no window on the screen end it.
+  int result = 1;
+  QTimer::singleShot(0, &app, [&] {
+    result = QTest::qExec(&test, argc, argv);
+    QCoreApplication::exit(result);
+  });
+  QApplication::exec();
+  return result;
 }
 
 #include "game_test.moc"
