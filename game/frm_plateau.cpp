@@ -21,12 +21,20 @@
 #include "records/program.h"
 
 #ifndef OSTRANE_WEB_DICTIONARY
-#define OSTRANE_WEB_DICTIONARY "https://ostrane.example.org/documents/recherche.htm"
+#define OSTRANE_WEB_DICTIONARY "https://fr.wiktionary.org/w/index.php?search="
+#endif
+#ifndef OSTRANE_WEB_DICTIONARY_HOME
+#define OSTRANE_WEB_DICTIONARY_HOME "https://fr.wiktionary.org/"
 #endif
 
 namespace ostrane {
 
-const char* ChercheWebAddress() { return OSTRANE_WEB_DICTIONARY; }
+std::string ChercheWebAddress(std::string_view word) {
+  if (word.empty()) return OSTRANE_WEB_DICTIONARY_HOME;
+  std::string address = OSTRANE_WEB_DICTIONARY;
+  for (const char c : word) address += char(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c);
+  return address;
+}
 
 namespace {
 
@@ -1227,7 +1235,13 @@ FrmPlateau::Unload FrmPlateau::CmdQuitte_Click() {
 
 void FrmPlateau::CmdAide_Click() { program_.host.shell.Open("z_a_aide.htm"); }
 
-void FrmPlateau::CmdChercheWeb_Click() { ChercheWebOpened = program_.host.shell.Open(ChercheWebAddress()); }
+void FrmPlateau::CmdChercheWeb_Click() {
+  // The word the player is looking at: the one typed in the word box, else
+  // the play proposed, else none.
+  std::string word = TxtCtrl.text;
+  if (word.empty() && Proposition) word = Proposition->Express;
+  ChercheWebOpened = program_.host.shell.Open(ChercheWebAddress(word));
+}
 
 void FrmPlateau::CmdAbout_Click() {
   FrmAbout about(program_, [this](bool on) { enabled = on; });

@@ -25,6 +25,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "engine/board.h"
 #include "engine/solution_set.h"
@@ -39,8 +40,9 @@ namespace ostrane {
 
 struct Program;
 
-// The address of the on-line dictionary page, a setting of the build.
-const char* ChercheWebAddress();
+// The page of the on-line dictionary, a setting of the build: the entry of
+// `word` (letters A-Z, either case), or the dictionary's home for none.
+std::string ChercheWebAddress(std::string_view word);
 
 class FrmPlateau {
  public:

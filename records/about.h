@@ -11,8 +11,10 @@
 
 namespace ostrane {
 
-// The program's web page, a setting of the build.
+// The program's web page and the address the contact form writes to,
+// settings of the build; empty when the build was given none.
 std::string ProgramSiteAddress();
+std::string ProgramContactAddress();
 
 class FrmAbout {
  public:
@@ -26,6 +28,10 @@ class FrmAbout {
       "La liste de mots est dérivée du dictionnaire français Dicollecte/Grammalecte v7.0, © 2007–2018 "
       "les contributeurs de Dicollecte, sous licence publique Mozilla 2.0 (MPL 2.0).";
   static constexpr const char* kDocument = "lecran.rtf";  // the rich text delivered with the program
+  // Said instead of opening a page or a mail that would lead nowhere.
+  static constexpr const char* kNoSite = "Aucun site internet n'est configuré pour cette version d'Ostrane.";
+  static constexpr const char* kNoContact =
+      "Aucune adresse de contact n'est configurée pour cette version d'Ostrane.";
 
   struct View {
     std::string LblVer;
@@ -35,18 +41,18 @@ class FrmAbout {
     bool unloaded = false;
   };
 
-  // `openMail` opens the contact form.
-  FrmAbout(Program& program, EnableMainForm enableMain, std::function<void()> openMail = nullptr)
-      : program_(program), enableMain_(std::move(enableMain)), openMail_(std::move(openMail)) {}
+  FrmAbout(Program& program, EnableMainForm enableMain)
+      : program_(program), enableMain_(std::move(enableMain)) {}
 
   // Disables the main form and fills the labels.
   void Form_Load();
   std::filesystem::path Document() const { return program_.CheminApp / kDocument; }
-  void CmdMail_Click() {
-    if (openMail_) openMail_();
-  }
-  // The program's page in the default browser; a failure is kept quiet.
-  void CmdSite_Click() { program_.host.shell.Open(ProgramSiteAddress()); }
+  // Whether the contact form may open: with no address configured, the
+  // player is told so instead.
+  bool CmdMail_Click();
+  // The program's page in the default browser (a failure is kept quiet), or,
+  // with none configured, a word saying so.
+  void CmdSite_Click();
   void CmdFerme_Click() { Form_Unload(); }
   void Foc_Click() { Form_Unload(); }
   // Enables the main form again.
@@ -57,7 +63,6 @@ class FrmAbout {
  private:
   Program& program_;
   EnableMainForm enableMain_;
-  std::function<void()> openMail_;
   View view_;
 };
 

@@ -25,6 +25,7 @@
 #include "app/gui/mail_link.h"
 #include "app/gui/rich_text.h"
 #include "app/gui/startup_windows.h"
+#include "records/about.h"
 #include "board_view/faces.h"
 #include "board_view/painters.h"
 #include "records/program.h"
@@ -715,7 +716,7 @@ MailDialog::MailDialog(Shell& shell, QWidget* parent) : QDialog(parent) {
   connect(cmdEnvoyer_, &QPushButton::clicked, this, [this, &shell] {
     QString body = txtMessage_->toPlainText();
     body.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
-    SubOuvreCourrier(shell, kContactAddress, "", "", txtSujet_->text().toStdString(), body.toStdString());
+    SubOuvreCourrier(shell, ProgramContactAddress(), "", "", txtSujet_->text().toStdString(), body.toStdString());
     accept();
   });
 }
@@ -776,7 +777,7 @@ AboutDialog::AboutDialog(FrmAbout& model, Shell& shell, const QString& startDire
   connect(cmdFerme_, &QPushButton::clicked, this, [this] { Forward([this] { model_.CmdFerme_Click(); }); });
   connect(cmdSite_, &QPushButton::clicked, this, [this] { Forward([this] { model_.CmdSite_Click(); }); });
   connect(cmdMail_, &QPushButton::clicked, this, [this, &shell] {
-    model_.CmdMail_Click();
+    if (!model_.CmdMail_Click()) return;
     MailDialog mail(shell, this);
     mail.exec();
   });

@@ -184,6 +184,8 @@ class BoiteIDialog : public ModelDialog {
   bool ModelClosed() const override { return model_.view().unloaded; }
   void Show() override;
   void CloseBox() override { Forward([this] { model_.Form_Unload(); }); }
+  // Escape closes the box as its close box does, on any page.
+  void Escape() override { CloseBox(); }
 
  private:
   void ApplyOffsets();

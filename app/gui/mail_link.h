@@ -9,9 +9,6 @@
 
 namespace ostrane {
 
-// Where the contact form writes to.
-inline constexpr const char* kContactAddress = "contact@ostrane.example.org";
-
 // The text's bytes in code page 1252, one by one: "0".."9", "A".."Z" and
 // "a".."z" stay; any other byte becomes "%" and its value in hexadecimal
 // (upper-case digits, "%0" and one digit below 16).

@@ -210,5 +210,36 @@ TEST_F(FormState, TheWordCheckTakesLettersAndAnswersWithTheDefinitionOfShortWord
   EXPECT_FALSE(f.CmdCtrl.isDefault);
 }
 
+TEST_F(FormState, TheOnLineDictionaryOpensAtTheWordThePlayerIsLookingAt) {
+  FrmPlateau& f = Load(kShortBag);
+  // Nothing typed, nothing proposed: the dictionary's home.
+  f.CmdChercheWeb_Click();
+  // The proposed play, its blanks as letters.
+  f.CmdNew_Click();
+  ASSERT_TRUE(f.Proposition.has_value());
+  f.Proposition->Express = "ABeE";
+  f.CmdChercheWeb_Click();
+  // The word typed in the word box comes first.
+  f.TxtCtrl_Change("Zebre");
+  f.CmdChercheWeb_Click();
+  EXPECT_EQ(fake.shell.opened, (std::vector<std::string>{"https://fr.wiktionary.org/",
+                                                         "https://fr.wiktionary.org/w/index.php?search=abee",
+                                                         "https://fr.wiktionary.org/w/index.php?search=zebre"}));
+}
+
+TEST_F(FormState, TheAboutBoxSaysWhenNoSiteOrContactIsConfigured) {
+  // The tests' build is given neither: the player is told so, nothing is opened.
+  if (!ProgramSiteAddress().empty() || !ProgramContactAddress().empty())
+    GTEST_SKIP() << "this build was given a site or a contact address";
+  FrmAbout about(program, nullptr);
+  about.Form_Load();
+  about.CmdSite_Click();
+  EXPECT_FALSE(about.CmdMail_Click());
+  ASSERT_EQ(fake.boxes.shown.size(), 2u);
+  EXPECT_EQ(fake.boxes.shown[0].text, "Aucun site internet n'est configuré pour cette version d'Ostrane.");
+  EXPECT_EQ(fake.boxes.shown[1].text, "Aucune adresse de contact n'est configurée pour cette version d'Ostrane.");
+  EXPECT_TRUE(fake.shell.opened.empty());
+}
+
 }  // namespace
 }  // namespace ostrane::test
