@@ -2,6 +2,9 @@
 #include <QApplication>
 #include <QFont>
 
+#include <cstdio>
+#include <cstdlib>
+
 #include "app/gui/application.h"
 #include "app/gui/bind.h"
 #include "app/gui/qt_host.h"
@@ -9,8 +12,56 @@
 #include "board_view/faces.h"
 #include "lexicon/fatal.h"
 
+namespace {
+
+constexpr const char* kNoDisplay =
+    "Ostrane a besoin d'une session graphique : aucun affichage n'est disponible. "
+    "(L'outil ostrane-cli, lui, fonctionne sans affichage.)";
+
+[[noreturn]] void EndWithoutDisplay() {
+  std::fprintf(stderr, "%s\n", kNoDisplay);
+  std::fflush(stderr);
+  std::_Exit(1);
+}
+
+// Before the window system is reached: with the usual platforms and no
+// display named, say so in a sentence rather than let the toolkit abort.
+void CheckForADisplay() {
+  const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+  const bool desktop = platform.isEmpty() || platform.startsWith("xcb") || platform.startsWith("wayland");
+  if (desktop && qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+    EndWithoutDisplay();
+}
+
+// A display named but out of reach ends in the toolkit's fatal message
+// while the application is built: the same sentence, the same status, and
+// none of the toolkit's own lines. Those are kept until it is known whether
+// the connection holds, and then told as they came.
+QtMessageHandler g_previousHandler = nullptr;
+struct HeldMessage {
+  QtMsgType type;
+  QString text;
+};
+QList<HeldMessage> g_held;
+void WhileConnecting(QtMsgType type, const QMessageLogContext&, const QString& text) {
+  if (type == QtFatalMsg) EndWithoutDisplay();
+  g_held.append({type, text});
+}
+void Connected() {
+  qInstallMessageHandler(g_previousHandler);
+  for (const HeldMessage& m : std::as_const(g_held)) {
+    if (m.type == QtWarningMsg || m.type == QtCriticalMsg) qWarning().noquote() << m.text;
+  }
+  g_held.clear();
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
+  CheckForADisplay();
+  g_previousHandler = qInstallMessageHandler(WhileConnecting);
   QApplication app(argc, argv);
+  Connected();
   QApplication::setApplicationName(QStringLiteral("ostrane"));
   QApplication::setApplicationDisplayName(QStringLiteral("Ostrane"));
   QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
