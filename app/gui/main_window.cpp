@@ -177,6 +177,7 @@ class Reglette : public QWidget {
   explicit Reglette(QWidget* parent) : QWidget(parent) {
     setGeometry(kRegletteLeft, kRegletteTop, kRegletteWidth, kRegletteHeight);
     setObjectName(QStringLiteral("PicReglette"));
+    setAccessibleName(QStringLiteral("Chevalet"));
   }
 
  protected:
@@ -218,6 +219,7 @@ class Card : public QWidget {
 BoardWidget::BoardWidget(FrmPlateau& model, QWidget* parent)
     : QWidget(parent), model_(model), plateau1_(kPlateauWidth, kPlateauHeight, QImage::Format_RGB32) {
   setObjectName(QStringLiteral("Plateau1"));
+  setAccessibleName(QStringLiteral("Plateau"));
   setGeometry(kPlateauLeft, kPlateauTop, kPlateauWidth, kPlateauHeight);
   plateau1_.fill(QColor(0, 110, 80));
   imgXY_ = new QLabel(this);
@@ -272,6 +274,18 @@ void BoardWidget::paintEvent(QPaintEvent*) {
 
 // ================================================================ a tile
 
+namespace {
+// What a tile is called for assistive tools: "Jeton A", "Jeton joker", and
+// "Jeton joker E" for a blank given its letter.
+QString TileName(const std::string& tag) {
+  if (tag.empty()) return QStringLiteral("Jeton");
+  if (tag.size() == 1 && tag[0] >= 'a' && tag[0] <= 'z')
+    return QStringLiteral("Jeton ") + QChar(tag[0] - 'a' + 'A');
+  if (tag.size() == 1 && tag[0] >= 'A' && tag[0] <= 'Z') return QStringLiteral("Jeton joker ") + QChar(tag[0]);
+  return QStringLiteral("Jeton joker");
+}
+}  // namespace
+
 TileWidget::TileWidget(MainWindow& window, int index, QWidget* parent)
     : QWidget(parent), window_(window), index_(index) {
   setObjectName(QStringLiteral("PicGamer%1").arg(index));
@@ -288,6 +302,8 @@ void TileWidget::Refresh() {
     update();
   }
   if (pos() != QPoint(tile.left, tile.top)) move(tile.left, tile.top);
+  const QString name = TileName(tile.Tag);
+  if (accessibleName() != name) setAccessibleName(name);
   SetEnabled(this, tile.enabled);
   SetVisible(this, tile.visible);
   const Qt::CursorShape shape = tile.enabled ? Qt::OpenHandCursor : Qt::ArrowCursor;
@@ -590,6 +606,15 @@ void MainWindow::BuildSidePanel() {
                          Qt::AlignLeft | Qt::AlignVCenter, "LblLTitre");
   lblLetReste_ = MakeLabel(client_, QRect(kPanelLeft, 312, kPanelWidth, 42), FixedFont(8.5),
                            Qt::AlignLeft | Qt::AlignTop, "LblLetReste");
+  // What the values are, for assistive tools (their names are their texts).
+  lblPtsJoueur_->setAccessibleDescription(QStringLiteral("Score"));
+  lblTirage_->setAccessibleDescription(QStringLiteral("Tirage"));
+  lblDuree_->setAccessibleDescription(QStringLiteral("Durée"));
+  txtHisto_->setAccessibleDescription(QStringLiteral("Historique"));
+  lblIndic_->setAccessibleDescription(QStringLiteral("Indications"));
+  lblSolution_->setAccessibleDescription(QStringLiteral("Solution"));
+  lblPts_->setAccessibleDescription(QStringLiteral("Points du coup"));
+  lblLetReste_->setAccessibleDescription(QStringLiteral("Lettres qu'il reste à piocher"));
   lblLetReste_->setStyleSheet(QStringLiteral("color: #3c3020;"));
 
   int y = kButtonsTop;
