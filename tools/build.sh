@@ -8,6 +8,12 @@ what="${1:-run}"
 
 packages=(build-essential cmake libgtest-dev libbenchmark-dev qt6-base-dev qt6-multimedia-dev
           libgl-dev fonts-dejavu-core)
+if [ "$what" = test ]; then
+  # The end-to-end tests: a virtual display with a window manager, the pointer
+  # and the keys, pictures of the screen, and the windows read through the
+  # accessibility bus from Debian's Python.
+  packages+=(xvfb openbox xdotool imagemagick x11-utils dbus at-spi2-core python3 python3-pyatspi)
+fi
 missing=()
 for package in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed" || missing+=("$package")
