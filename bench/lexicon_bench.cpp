@@ -6,6 +6,7 @@
 #include "data/resources.h"
 #include "lexicon/expressions.h"
 #include "lexicon/lexicon.h"
+#include "lexicon/word_graph.h"
 
 namespace {
 
@@ -73,5 +74,30 @@ void BM_PatternTwoBlanks(benchmark::State& state) {
 BENCHMARK(BM_PatternTwoBlanks)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
+
+// The word graph of the exact generator, from the loaded lexicon: the
+// words gathered in order, then the minimal graph made of them.
+void BM_WordGraphFromLexicon(benchmark::State& state) {
+  const ostrane::Lexicon& lexicon = Loaded();
+  size_t nodes = 0, bytes = 0;
+  for (auto _ : state) {
+    ostrane::WordGraph graph;
+    graph.Build(lexicon);
+    nodes = graph.NodeCount();
+    bytes = graph.Bytes();
+  }
+  state.counters["nodes"] = double(nodes);
+  state.counters["MB"] = double(bytes) / 1e6;
+}
+BENCHMARK(BM_WordGraphFromLexicon)->Unit(benchmark::kMillisecond);
+
+void BM_WordGraphWordsGathered(benchmark::State& state) {
+  const ostrane::Lexicon& lexicon = Loaded();
+  for (auto _ : state) {
+    std::string text;
+    benchmark::DoNotOptimize(ostrane::WordGraph::LexiconWords(lexicon, text).size());
+  }
+}
+BENCHMARK(BM_WordGraphWordsGathered)->Unit(benchmark::kMillisecond);
 
 BENCHMARK_MAIN();

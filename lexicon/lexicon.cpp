@@ -8,4 +8,19 @@ void Lexicon::LoadAll(const Reader& read, const ClsDico::Progress& progress) {
   DefM23.Load(read(kDefinitions));
 }
 
+const WordGraph& Lexicon::Graph() const {
+  GraphSlot& slot = *graph_;
+  std::call_once(slot.once, [this, &slot] {
+    auto graph = std::make_shared<WordGraph>();
+    graph->Build(*this);
+    slot.graph = std::move(graph);
+  });
+  return *slot.graph;
+}
+
+void Lexicon::SetGraph(std::shared_ptr<const WordGraph> graph) {
+  GraphSlot& slot = *graph_;
+  std::call_once(slot.once, [&slot, &graph] { slot.graph = std::move(graph); });
+}
+
 }  // namespace ostrane

@@ -5,10 +5,13 @@
 
 #include <array>
 #include <functional>
+#include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
 
 #include "lexicon/dico.h"
+#include "lexicon/word_graph.h"
 #include "lexicon/word_list.h"
 
 namespace ostrane {
@@ -29,6 +32,20 @@ struct Lexicon {
   // Loads everything in one go from a reader of named resources.
   using Reader = std::function<std::string(std::string_view name)>;
   void LoadAll(const Reader& read, const ClsDico::Progress& progress = nullptr);
+
+  // The same words as one word graph, for the exact move generator: made
+  // from the tree and the long lists at its first use (about 40 ms), once,
+  // whichever thread asks first; the others wait for it. A graph already
+  // made (read back from a file) may be handed over before.
+  const WordGraph& Graph() const;
+  void SetGraph(std::shared_ptr<const WordGraph> graph);
+
+ private:
+  struct GraphSlot {
+    std::once_flag once;
+    std::shared_ptr<const WordGraph> graph;
+  };
+  std::shared_ptr<GraphSlot> graph_ = std::make_shared<GraphSlot>();
 };
 
 }  // namespace ostrane

@@ -37,6 +37,8 @@ class LongWordList {
   int32_t UBound() const { return list_.UBound(); }
   std::string_view Element(int32_t i) const { return list_.Element(i); }
   bool Contains(std::string_view word) const;
+  // Element i of the list in alphabetical order, i from 0 to UBound() - 1.
+  std::string_view SortedElement(int32_t i) const { return Element(sorted_[size_t(i)]); }
 
  private:
   SplitList list_;

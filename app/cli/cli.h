@@ -42,6 +42,7 @@ int RunWords(const Args& args);
 int RunPattern(const Args& args);
 int RunLexicon(const Args& args);
 int RunSolve(const Args& args);
+int RunAnalyse(const Args& args);
 int RunScore(const Args& args);
 int RunBench(const Args& args);
 int RunAutoplay(const Args& args);

@@ -9,6 +9,7 @@
 #include "engine/board.h"
 #include "engine/board_text.h"
 #include "engine/context.h"
+#include "engine/exact_moves.h"
 #include "lexicon/lexicon.h"
 #include "lexicon/messages.h"
 #include "lexicon/tables.h"
@@ -81,12 +82,14 @@ struct Options {
   Args positional;
   std::string board;
   bool all = false;
+  bool exact = false;
+  long top = -1;
   bool seeded = false;
   long seed = 1;
   long games = 20;
 };
 
-Options ParseOptions(const Args& args, bool allowAll, bool allowGames) {
+Options ParseOptions(const Args& args, bool allowAll, bool allowGames, bool allowTop = false) {
   Options options;
   for (size_t i = 0; i < args.size(); ++i) {
     const std::string& arg = args[i];
@@ -98,6 +101,10 @@ Options ParseOptions(const Args& args, bool allowAll, bool allowGames) {
       options.board = value("--board");
     } else if (arg == "--all" && allowAll) {
       options.all = true;
+    } else if (arg == "--exact" && allowAll) {
+      options.exact = true;
+    } else if (arg == "--top" && allowTop) {
+      options.top = CheckedNumber(value("--top"), "top");
     } else if (arg == "--seed") {
       options.seed = CheckedNumber(value("--seed"), "seed");
       options.seeded = true;
@@ -128,6 +135,19 @@ int RunSolve(const Args& args) {
   board.SetMessageBoxes(&boxes);
   LoadBoard(board, squares);
 
+  if (options.exact) {
+    // The exact top in place of the designed proposal.
+    const auto best = ExactMoves(SharedLexicon().Graph()).Best(squares.data(), board.SubWordFirst(), rack);
+    std::string out = "best ";
+    if (best) {
+      out += best->Express(squares.data()) + ' ' + best->Place() + ' ' + std::to_string(best->points) + ' ' +
+             (best->down ? "Vertical" : "Horizontal") + '\n';
+    } else {
+      out += "none\n";
+    }
+    std::fputs(out.c_str(), stdout);
+    return 0;
+  }
   const int32_t count = board.TrouveSolution(rack);
   std::string out;
   if (options.all) {
@@ -144,6 +164,29 @@ int RunSolve(const Args& args) {
   } else {
     out += "best none\n";
   }
+  std::fputs(out.c_str(), stdout);
+  return 0;
+}
+
+int RunAnalyse(const Args& args) {
+  const Options options = ParseOptions(args, false, false, true);
+  if (options.positional.size() != 1) throw UsageError("give one rack");
+  const std::string rack = SearchRack(options.positional[0]);
+  BoardSquares squares{};
+  if (!options.board.empty()) squares = ReadBoardFile(options.board);
+  bool empty = true;
+  for (const char c : squares) empty = empty && c == 0;
+
+  ExactMoves moves(SharedLexicon().Graph());
+  const std::vector<ExactPlay>& plays = moves.All(squares.data(), empty, rack);
+  const size_t shown = options.top < 0 ? plays.size() : std::min(plays.size(), size_t(options.top));
+  std::string out;
+  for (size_t i = 0; i < shown; ++i) {
+    const ExactPlay& p = plays[i];
+    out += std::to_string(i + 1) + ' ' + p.Shown() + ' ' + p.Place() + ' ' + std::to_string(p.points) + ' ' +
+           std::to_string(p.tiles) + '\n';
+  }
+  out += "count " + std::to_string(plays.size()) + '\n';
   std::fputs(out.c_str(), stdout);
   return 0;
 }

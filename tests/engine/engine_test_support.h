@@ -35,6 +35,7 @@ struct Verdict {
   std::vector<int> points = {};  // the scores the rules allow (two with two blanks)
   std::string rackAfter = "";    // the rack without the tiles laid
   int tilesLaid = 0;
+  int truePoints = 0;            // every blank worth nothing, as the validation counts
 };
 
 // One turn of a game played by the engine: the board and rack it searched.
@@ -138,8 +139,9 @@ inline Verdict Judge(const Lexicon& lexicon, const BoardSquares& before, const C
     blanks = blank;
     return sum * factor + crossWords + (fresh.size() == 7 ? 50 : 0);
   };
-  const std::vector<int> points = {score(-1)};
-  return {true, "", blanks == 2 ? std::vector<int>{score(0), score(1)} : points, left, int(fresh.size())};
+  const int exact = score(-1);
+  return {true, "", blanks == 2 ? std::vector<int>{score(0), score(1)} : std::vector<int>{exact}, left,
+          int(fresh.size()), exact};
 }
 
 // Plays `games` games from bags shuffled by `seed`, always laying the best

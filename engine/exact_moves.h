@@ -1,0 +1,145 @@
+#pragma once
+// The exact move generator: every legal play of a rack on a board, each with
+// its true points, and the true best play. It stands beside the designed
+// search (move_search) and shares nothing with it but the board's squares.
+//
+// The rules are those of the validation of a laid play: the tiles in one
+// line with no gap, the first play through the centre with two tiles or
+// more, a later play touching a tile of the board, the main word and every
+// cross word of more than one letter in the word list. The points are those
+// the validation gives: letter values (a blank is worth 0), the premiums of
+// the squares under the tiles laid now only, every cross word, and 50 for
+// seven tiles laid.
+//
+// A play of one tile makes a word each way; it is listed once, in the
+// direction the validation gives it (down when a tile stands above or below
+// it). A play that a blank can make in several ways is listed once for each
+// different number of points.
+//
+// The generator works from anchors (the free squares next to a tile): for
+// each it lays the letters on its left along the word graph (over free
+// squares that touch nothing), then the anchor and the letters on its right,
+// each square allowing only the letters that make a word across it. Every
+// play is found once, from the leftmost anchor it covers. The points are
+// summed as the letters are laid. Plays down are found the same way on the
+// board turned through its diagonal (the premium table is symmetric).
+//
+// The order of plays, best first: more points; then fewer blanks laid; then
+// fewer tiles laid; then the word in alphabetical order; then across before
+// down; then the higher row, then the column further left. The best play is
+// the first in this order.
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/solution_set.h"
+#include "lexicon/word_graph.h"
+
+namespace ostrane {
+
+struct ExactPlay {
+  int16_t points = 0;
+  uint8_t row = 0, column = 0;  // the main word's first square
+  bool down = false;
+  uint8_t length = 0;  // letters of the main word, the board's included
+  uint8_t tiles = 0;   // tiles laid
+  uint8_t blanks = 0;  // blanks among them
+  uint16_t laid = 0;   // bit i: letter i of the main word is a tile laid now
+  uint16_t blank = 0;  // bit i: letter i is a blank laid now
+  char letters[15] = {};  // the main word, upper case
+
+  std::string Word() const { return std::string(letters, length); }
+  // "H8" across, "8H" down.
+  std::string Place() const;
+  // The word as ClsWord::Express holds it: the board's tiles as they stand
+  // on `squares` (row-major, 15 x 15), a tile laid now in lower case, a
+  // blank laid now in upper case.
+  std::string Express(const char* squares) const;
+  ClsWord ToWord(const char* squares) const { return ClsWord{Express(squares), Place(), points}; }
+  // The word with its blanks shown: the letters of blanks laid now in lower case.
+  std::string Shown() const;
+  // The square (column, row) of letter i.
+  int X(int i) const { return down ? column : column + i; }
+  int Y(int i) const { return down ? row + i : row; }
+};
+
+// The order of plays, best first (see above); a strict weak order.
+bool PlayBefore(const ExactPlay& a, const ExactPlay& b);
+
+class ExactMoves {
+ public:
+  explicit ExactMoves(const WordGraph& graph);
+
+  // Every legal play of `rack` (lower-case letters, "?" a blank; at most 7
+  // tiles are used) on `squares` (row-major, 15 x 15: 0 empty, "a".."z" a
+  // tile, "A".."Z" a blank standing for that letter), best first. With
+  // `firstPlay` the play must cover the centre and lay two tiles or more.
+  // The list lives until the next call.
+  const std::vector<ExactPlay>& All(const char* squares, bool firstPlay, std::string_view rack);
+  // The first play of that order, or nothing when there is none.
+  std::optional<ExactPlay> Best(const char* squares, bool firstPlay, std::string_view rack);
+
+  // What the last call did, for benchmarks: steps of the walk, plays met.
+  struct Stats {
+    int64_t steps = 0;
+    int64_t plays = 0;
+    int64_t anchors = 0;
+    int64_t anchorsSkipped = 0;
+  };
+  const Stats& LastStats() const { return stats_; }
+
+ private:
+  struct Square {
+    uint32_t cross = 0;    // letters allowed here (a free square)
+    int16_t crossSum = 0;  // the tiles above and below it
+    bool crossed = false;  // a tile above or below it
+    bool anchor = false;
+    int8_t tile = -1;      // letter of the board's tile (0 = A), -1 when free
+    int8_t tileValue = 0;  // its value (0 for a blank)
+  };
+  enum class Mode { All, Best };
+
+  void Run(const char* squares, bool firstPlay, std::string_view rack, Mode mode);
+  void Pass(const char* board, bool down, bool firstPlay);
+  void PrepareSquares(const char* board, bool firstPlay);
+  uint32_t CrossSet(const char* board, int x, int y, int16_t& sum, bool& crossed) const;
+  int Bound(int row, int anchor, int leftLimit) const;
+  void LeftPart(uint32_t node, int limit, int leftLength);
+  void StartRight(uint32_t node, int leftLength);
+  void ExtendRight(uint32_t node, int column, bool isWord, int mainSum, int wordFactor, int crossTotal,
+                   int tiles);
+  void Record(int end, int mainSum, int wordFactor, int crossTotal, int tiles);
+
+  const WordGraph& graph_;
+  Stats stats_;
+  Mode mode_ = Mode::All;
+  std::vector<ExactPlay> plays_;
+  ExactPlay best_;
+  bool haveBest_ = false;
+
+  // The rack.
+  std::array<int8_t, 26> count_{};
+  int8_t blanks_ = 0;
+  int rackSize_ = 0;
+  int rackValues_[8] = {};  // the values of the rack's tiles, highest first
+
+  // The pass under way.
+  bool down_ = false;
+  std::array<Square, 225> squares_{};
+  // The row under way and its anchor.
+  int row_ = 0;
+  int anchor_ = 0;
+  const Square* line_ = nullptr;
+  int8_t letter_[16] = {};   // the letter on each column of the row
+  bool laid_[16] = {};       // a tile laid now on that column
+  bool blank_[16] = {};      // that tile a blank
+  int8_t leftLetter_[8] = {};
+  bool leftBlank_[8] = {};
+  int start_ = 0;            // the word's first column
+};
+
+}  // namespace ostrane
