@@ -227,6 +227,7 @@ BoardWidget::BoardWidget(FrmPlateau& model, QWidget* parent)
   imgXY_->setPixmap(QPixmap::fromImage(view::FaceSet::Shared().ArrowHorizontal()));
   imgXY_->setFixedSize(kImgXYWidth, kImgXYHeight);
   imgXY_->setAttribute(Qt::WA_TransparentForMouseEvents);
+  imgXY_->setAccessibleName(QStringLiteral("Première lettre, mot horizontal"));
   imgXY_->hide();
 }
 
@@ -255,8 +256,10 @@ void BoardWidget::Refresh() {
   if (model_.ImgXYPicture != arrow_) {
     arrow_ = model_.ImgXYPicture;
     const view::FaceSet& faces = view::FaceSet::Shared();
-    imgXY_->setPixmap(QPixmap::fromImage(arrow_ == FrmPlateau::Arrow::ImgClassicVer ? faces.ArrowVertical()
-                                                                                    : faces.ArrowHorizontal()));
+    const bool down = arrow_ == FrmPlateau::Arrow::ImgClassicVer;
+    imgXY_->setPixmap(QPixmap::fromImage(down ? faces.ArrowVertical() : faces.ArrowHorizontal()));
+    imgXY_->setAccessibleName(down ? QStringLiteral("Première lettre, mot vertical")
+                                   : QStringLiteral("Première lettre, mot horizontal"));
   }
   if (imgXY_->pos() != QPoint(model_.ImgXYLeft, model_.ImgXYTop)) imgXY_->move(model_.ImgXYLeft, model_.ImgXYTop);
   SetVisible(imgXY_, model_.ImgXY.visible);

@@ -81,6 +81,7 @@ class Player:
     # ---------------------------------------------------------- the windows
     def start(self, executable, folder, log):
         self.program = Program(self.desktop, executable, folder, log).start()
+        self.name_forms = 0
         return self.program
 
     def close_tour_box(self, key=None):
@@ -128,6 +129,7 @@ class Player:
     def name_form(self, name=None, untick=(), shot=None):
         """Fills the game's name form and starts; returns the name it offered."""
         _, content = self.window(having="Commencer")
+        self.name_forms += 1
         box = find(content, role="text")
         offered = box.text()
         if name is not None:
@@ -147,9 +149,16 @@ class Player:
         return offered
 
     def begin(self):
-        """"Débuter la partie", with the tour's boxes closed as they come."""
+        """"Débuter la partie", once the main window is awake and the tour's box
+        that comes with it (when the tour is on) is closed."""
         self.board = {}
-        self.click(self.button("Débuter la partie"))
+
+        def ready():
+            button = find(self.main(), role="push button", name="Débuter la partie", enabled=True)
+            if not button or self.close_tour_box():  # looked at after the window woke up
+                return None
+            return button
+        self.click(self.wait(ready, "the main window ready to start"))
 
     # --------------------------------------------------------------- a turn
     def pick(self, shot=None):
@@ -230,9 +239,15 @@ class Player:
         return result
 
     def squares(self, word, position):
-        """The squares of a play from its box's position "H-8  Horizontal"."""
+        """The squares of a play from its box's position "H-8  Horizontal". At a
+        first play the box may name the other direction (the arrow on the board
+        shows the right one, but it blinks): the word goes through the centre."""
         m = re.fullmatch(r"([A-O])-(\d+)\s+(Horizontal|Vertical)", position)
         row, column, across = ROWS.index(m.group(1)), int(m.group(2)) - 1, m.group(3) == "Horizontal"
+        if not self.board:
+            covers = (row == 7 and column <= 7 < column + len(word)) if across else \
+                (column == 7 and row <= 7 < row + len(word))
+            across = across if covers else not across
         return [((row, column + i) if across else (row + i, column), letter) for i, letter in enumerate(word)]
 
     def rack(self):
@@ -319,15 +334,24 @@ class Player:
         return None
 
     def play_out(self, shots=None):
-        """Plays turns until the bag and the rack are empty; returns the plays."""
+        """Plays turns until the bag and the rack are empty. Returns the plays,
+        and whether the game came to a rack with no play instead (the bag empty
+        and the last tiles nowhere to go: then only a stop ends the game)."""
         plays = []
         while True:
             play = self.play_turn(shots if not plays else None)
             if play is None:
-                raise AssertionError("a rack with no play:\n%s" % self.program.dump())
+                return plays, True
             plays.append(play)
             if self.turn_after_validation() == "end":
-                return plays
+                return plays, False
+
+    def stop(self):
+        """"Arrêter la partie", answered Yes."""
+        self.click(self.button("Arrêter la partie"))
+        self.answer_box("Oui", "Voulez-vous abandonner la partie en cours ?")
+        self.wait(lambda: find(self.main(), role="push button", name="Nouvelle partie", enabled=True),
+                  "the game stopped")
 
     def finish(self, praise, shots=("final_score", "best_scores")):
         """The final score's box closed, the table's question answered Yes, the
