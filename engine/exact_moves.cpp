@@ -85,25 +85,6 @@ ExactMoves::ExactMoves(const WordGraph& graph) : graph_(graph) {}
 
 const std::vector<ExactPlay>& ExactMoves::All(const char* squares, bool firstPlay, std::string_view rack) {
   Run(squares, firstPlay, rack, Mode::All);
-  // Blanks laid on one occurrence of a letter or another: one play for each
-  // number of points, the first of the order kept (the fewest blanks).
-  const auto samePlace = [](const ExactPlay& a, const ExactPlay& b) {
-    if (a.down != b.down) return a.down < b.down;
-    if (a.row != b.row) return a.row < b.row;
-    if (a.column != b.column) return a.column < b.column;
-    if (a.length != b.length) return a.length < b.length;
-    if (const int order = std::memcmp(a.letters, b.letters, a.length)) return order < 0;
-    if (a.points != b.points) return a.points < b.points;
-    return PlayBefore(a, b);
-  };
-  const auto samePlay = [](const ExactPlay& a, const ExactPlay& b) {
-    return a.down == b.down && a.row == b.row && a.column == b.column && a.length == b.length &&
-           a.points == b.points && std::memcmp(a.letters, b.letters, a.length) == 0;
-  };
-  if (blanks_ > 0) {
-    std::sort(plays_.begin(), plays_.end(), samePlace);
-    plays_.erase(std::unique(plays_.begin(), plays_.end(), samePlay), plays_.end());
-  }
   std::sort(plays_.begin(), plays_.end(), PlayBefore);
   return plays_;
 }
@@ -120,28 +101,76 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
   plays_.clear();
   haveBest_ = false;
   count_.fill(0);
+  blankFor_.fill(0);
   blanks_ = 0;
   rackSize_ = 0;
+  rackLetters_ = 0;
+  int values[16] = {};  // (room for the sort's own threshold)
   for (const char c : rack) {
     if (rackSize_ == 7) break;
+    int letter = -1;
+    if (c >= 'a' && c <= 'z') letter = c - 'a';
+    if (c >= 'A' && c <= 'Z') letter = c - 'A';
     if (c == '?') {
-      rackValues_[rackSize_++] = 0;
+      values[rackSize_++] = 0;
       ++blanks_;
-    } else if (c >= 'a' && c <= 'z') {
-      rackValues_[rackSize_++] = Value(c - 'a');
-      ++count_[size_t(c - 'a')];
-    } else if (c >= 'A' && c <= 'Z') {
-      rackValues_[rackSize_++] = Value(c - 'A');
-      ++count_[size_t(c - 'A')];
+    } else if (letter >= 0) {
+      values[rackSize_++] = Value(letter);
+      ++count_[size_t(letter)];
+      rackLetters_ |= 1u << letter;
     }
   }
-  std::sort(rackValues_, rackValues_ + rackSize_, [](int a, int b) { return a > b; });
+  inRack_ = count_;
+  rackBlanks_ = blanks_;
+  std::sort(values, values + rackSize_, [](int a, int b) { return a > b; });
+  topValues_[0] = 0;
+  for (int k = 0; k < 7; ++k) topValues_[k + 1] = topValues_[k] + (k < rackSize_ ? values[k] : 0);
+  highest_ = rackSize_ > 0 ? values[0] : 0;
   if (rackSize_ == 0 || graph_.Empty()) return;
-  Pass(squares, false, firstPlay);
+
+  PrepareSquares(squares, false, firstPlay);
   char turned[225];
   for (int y = 0; y < kSize; ++y)
     for (int x = 0; x < kSize; ++x) turned[y * kSize + x] = squares[x * kSize + y];
-  Pass(turned, true, firstPlay);
+  PrepareSquares(turned, true, firstPlay);
+
+  // The anchors of both passes, each with how many free squares that touch
+  // nothing lie just left of it (the letters laid left of the anchor).
+  anchors_.clear();
+  for (const bool down : {false, true}) {
+    for (int row = 0; row < kSize; ++row) {
+      EnterRow(down, row);
+      int emptyRun = 0;
+      for (int x = 0; x < kSize; ++x) {
+        const Square& sq = line_[x];
+        if (!sq.anchor) {
+          emptyRun = sq.tile < 0 ? emptyRun + 1 : 0;
+          continue;
+        }
+        ++stats_.anchors;
+        const int leftLimit = std::min(emptyRun, rackSize_ - 1);
+        emptyRun = 0;
+        if (!sq.cross) continue;
+        const int bound = mode_ == Mode::Best ? AnchorBound(x, leftLimit) : 0;
+        anchors_.push_back(Anchor{int16_t(bound), down, uint8_t(row), uint8_t(x), uint8_t(leftLimit)});
+      }
+    }
+  }
+  if (mode_ == Mode::Best) {
+    // Most promising first; once no anchor can reach the best play found,
+    // the rest cannot either.
+    std::stable_sort(anchors_.begin(), anchors_.end(),
+                     [](const Anchor& a, const Anchor& b) { return a.bound > b.bound; });
+  }
+  for (size_t k = 0; k < anchors_.size(); ++k) {
+    const Anchor& a = anchors_[k];
+    if (mode_ == Mode::Best && haveBest_ && a.bound < best_.points) {
+      stats_.anchorsSkipped += int64_t(anchors_.size() - k);
+      break;
+    }
+    EnterRow(a.down, a.row);
+    SearchAnchor(a.column, a.leftLimit);
+  }
 }
 
 uint32_t ExactMoves::CrossSet(const char* board, int x, int y, int16_t& sum, bool& crossed) const {
@@ -174,99 +203,173 @@ uint32_t ExactMoves::CrossSet(const char* board, int x, int y, int16_t& sum, boo
   return allowed;
 }
 
-void ExactMoves::PrepareSquares(const char* board, bool firstPlay) {
+void ExactMoves::PrepareSquares(const char* board, bool down, bool firstPlay) {
+  std::array<Square, 225>& squares = squares_[down ? 1 : 0];
   for (int y = 0; y < kSize; ++y)
     for (int x = 0; x < kSize; ++x) {
-      Square& s = squares_[size_t(y * kSize + x)];
+      Square& s = squares[size_t(y * kSize + x)];
       const char c = board[y * kSize + x];
+      s = Square{};
       if (c) {
-        s = Square{};
         s.tile = int8_t(LetterOf(c));
         s.tileValue = int8_t(c >= 'a' ? Value(c - 'a') : 0);
         continue;
       }
-      s.tile = -1;
-      s.tileValue = 0;
+      s.cross = kAllLetters;
       if (firstPlay) {
         s.anchor = x == kCentre && y == kCentre;
-        s.cross = kAllLetters;
-        s.crossSum = 0;
-        s.crossed = false;
         continue;
       }
       s.anchor = Occupied(board, x - 1, y) || Occupied(board, x + 1, y) || Occupied(board, x, y - 1) ||
                  Occupied(board, x, y + 1);
-      if (s.anchor) {
-        s.cross = CrossSet(board, x, y, s.crossSum, s.crossed);
-      } else {
-        s.cross = kAllLetters;
-        s.crossSum = 0;
-        s.crossed = false;
-      }
+      if (s.anchor) s.cross = CrossSet(board, x, y, s.crossSum, s.crossed);
     }
 }
 
-void ExactMoves::Pass(const char* board, bool down, bool firstPlay) {
+void ExactMoves::EnterRow(bool down, int row) {
   down_ = down;
-  PrepareSquares(board, firstPlay);
-  for (int row = 0; row < kSize; ++row) {
-    row_ = row;
-    line_ = &squares_[size_t(row * kSize)];
-    for (int x = 0; x < kSize; ++x) letter_[x] = line_[x].tile;
-    int emptyRun = 0;  // free squares touching nothing just left of the column
-    for (int anchor = 0; anchor < kSize; ++anchor) {
-      const Square& s = line_[anchor];
-      if (!s.anchor) {
-        emptyRun = s.tile < 0 ? emptyRun + 1 : 0;
-        continue;
-      }
-      ++stats_.anchors;
-      anchor_ = anchor;
-      if (s.cross) {
-        if (anchor > 0 && line_[anchor - 1].tile >= 0) {
-          // The tiles on the left are the start of the word.
-          int start = anchor;
-          while (start > 0 && line_[start - 1].tile >= 0) --start;
-          uint32_t node = graph_.Root();
-          int mainSum = 0;
-          for (int x = start; x < anchor && node; ++x) {
-            node = graph_.Child(node, line_[x].tile);
-            mainSum += line_[x].tileValue;
-          }
-          if (node) {
-            start_ = start;
-            ExtendRight(node, anchor, false, mainSum, 1, 0, 0);
-          }
-        } else {
-          LeftPart(graph_.Root(), std::min(emptyRun, rackSize_ - 1), 0);
+  row_ = row;
+  line_ = &squares_[down ? 1 : 0][size_t(row * kSize)];
+  for (int x = 0; x < kSize; ++x) {
+    const Premium p = kPremium[size_t(row * kSize + x)];
+    letterFactor_[x] = p.letter;
+    wordFactor_[x] = p.word;
+    letter_[x] = line_[x].tile;
+    laid_[x] = false;
+  }
+}
+
+void ExactMoves::SearchAnchor(int anchor, int leftLimit) {
+  anchor_ = anchor;
+  if (anchor > 0 && line_[anchor - 1].tile >= 0) {
+    // The tiles on the left are the start of the word.
+    int start = anchor;
+    while (start > 0 && line_[start - 1].tile >= 0) --start;
+    uint32_t node = graph_.Root();
+    int mainSum = 0;
+    for (int x = start; x < anchor && node; ++x) {
+      node = graph_.Child(node, line_[x].tile);
+      mainSum += line_[x].tileValue;
+    }
+    if (!node) return;
+    start_ = start;
+    if (mode_ == Mode::Best && haveBest_ && RightBound(anchor, rackSize_, mainSum, 1, 0, 0) < best_.points)
+      return;
+    ExtendRight(node, anchor, false, mainSum, 1, 0, 0);
+  } else {
+    LeftPart(graph_.Root(), leftLimit, 0);
+  }
+}
+
+namespace {
+
+// The most that k tiles of the rack can add to a word laid over free squares
+// of which n3 triple and n2 double their letter: the highest values on the
+// highest factors (`top[k]` the sum of the k highest values).
+int LettersAtMost(const int* top, int k, int n3, int n2) {
+  return 3 * top[n3] + 2 * (top[n3 + n2] - top[n3]) + (top[k] - top[n3 + n2]);
+}
+
+}  // namespace
+
+int ExactMoves::AnchorBound(int anchor, int leftLimit) const {
+  // Any play from this anchor covers the anchor, perhaps free squares on its
+  // left (that touch nothing) or the tiles there, and squares on its right up
+  // to where it ends (before a free square or the edge).
+  int best = 0;
+  const bool tilesLeft = anchor > 0 && line_[anchor - 1].tile >= 0;
+  int leftSum = 0;
+  if (tilesLeft)
+    for (int x = anchor - 1; x >= 0 && line_[x].tile >= 0; --x) leftSum += line_[x].tileValue;
+  for (int m = 0; m <= (tilesLeft ? 0 : leftLimit); ++m) {
+    int k = m, n2 = 0, n3 = 0, wordFactor = 1, boardSum = leftSum, crossFixed = 0, crossLetter = 0;
+    for (int x = anchor - m; x < anchor; ++x) {
+      n2 += letterFactor_[x] == 2;
+      n3 += letterFactor_[x] == 3;
+      wordFactor *= wordFactor_[x];
+    }
+    for (int e = anchor; e < kSize; ++e) {
+      const Square& s = line_[e];
+      if (s.tile >= 0) {
+        boardSum += s.tileValue;
+      } else {
+        if (!s.cross || ++k > rackSize_) break;
+        n2 += letterFactor_[e] == 2;
+        n3 += letterFactor_[e] == 3;
+        wordFactor *= wordFactor_[e];
+        if (s.crossed) {
+          crossFixed += s.crossSum * wordFactor_[e];
+          crossLetter += letterFactor_[e] * wordFactor_[e];
         }
       }
-      emptyRun = 0;
+      if (e + 1 < kSize && line_[e + 1].tile >= 0) continue;  // the word would go on
+      const int value = (boardSum + LettersAtMost(topValues_, k, n3, n2)) * wordFactor + crossFixed +
+                        highest_ * crossLetter + (k == 7 ? kBonus : 0);
+      best = std::max(best, value);
     }
+  }
+  return best;
+}
+
+int ExactMoves::RightBound(int column, int tilesLeft, int mainSum, int wordFactor, int crossTotal,
+                           int tiles) const {
+  // The word goes on from `column` with up to `tilesLeft` more tiles; what
+  // is laid so far counts as it stands.
+  int best = -1;
+  if (column > anchor_ && (column == kSize || line_[column].tile < 0))
+    best = mainSum * wordFactor + crossTotal + (tiles == 7 ? kBonus : 0);
+  int k = 0, n2 = 0, n3 = 0, factor = wordFactor, boardSum = mainSum, crossFixed = crossTotal, crossLetter = 0;
+  for (int e = column; e < kSize; ++e) {
+    const Square& s = line_[e];
+    if (s.tile >= 0) {
+      boardSum += s.tileValue;
+    } else {
+      if (!s.cross || ++k > tilesLeft) break;
+      n2 += letterFactor_[e] == 2;
+      n3 += letterFactor_[e] == 3;
+      factor *= wordFactor_[e];
+      if (s.crossed) {
+        crossFixed += s.crossSum * wordFactor_[e];
+        crossLetter += letterFactor_[e] * wordFactor_[e];
+      }
+    }
+    if (e < anchor_ || (e + 1 < kSize && line_[e + 1].tile >= 0)) continue;
+    const int value = (boardSum + LettersAtMost(topValues_, k, n3, n2)) * factor + crossFixed +
+                      highest_ * crossLetter + (tiles + k == 7 ? kBonus : 0);
+    best = std::max(best, value);
+  }
+  return best;
+}
+
+void ExactMoves::Take(int letter) {
+  if (count_[size_t(letter)] > 0) {
+    if (--count_[size_t(letter)] == 0) rackLetters_ &= ~(1u << letter);
+  } else {
+    --blanks_;
+    ++blankFor_[size_t(letter)];
+  }
+}
+
+void ExactMoves::GiveBack(int letter) {
+  if (blankFor_[size_t(letter)] > 0) {
+    --blankFor_[size_t(letter)];
+    ++blanks_;
+  } else if (count_[size_t(letter)]++ == 0) {
+    rackLetters_ |= 1u << letter;
   }
 }
 
 void ExactMoves::LeftPart(uint32_t node, int limit, int leftLength) {
   StartRight(node, leftLength);
   if (limit <= 0) return;
-  const uint32_t children = graph_.At(node).children;
-  for (uint32_t letters = children; letters; letters &= letters - 1) {
-    const int letter = __builtin_ctz(letters);
-    const uint32_t child = graph_.Child(node, letter);
+  const uint32_t letters = graph_.At(node).children & (blanks_ > 0 ? kAllLetters : rackLetters_);
+  for (uint32_t l = letters; l; l &= l - 1) {
+    const int letter = __builtin_ctz(l);
     ++stats_.steps;
     leftLetter_[leftLength] = int8_t(letter);
-    if (count_[size_t(letter)] > 0) {
-      --count_[size_t(letter)];
-      leftBlank_[leftLength] = false;
-      LeftPart(child, limit - 1, leftLength + 1);
-      ++count_[size_t(letter)];
-    }
-    if (blanks_ > 0) {
-      --blanks_;
-      leftBlank_[leftLength] = true;
-      LeftPart(child, limit - 1, leftLength + 1);
-      ++blanks_;
-    }
+    Take(letter);
+    LeftPart(graph_.Child(node, letter), limit - 1, leftLength + 1);
+    GiveBack(letter);
   }
 }
 
@@ -277,12 +380,15 @@ void ExactMoves::StartRight(uint32_t node, int leftLength) {
   int mainSum = 0, wordFactor = 1;
   for (int k = 0; k < leftLength; ++k) {
     const int x = start_ + k;
-    const Premium p = kPremium[size_t(row_ * kSize + x)];
-    letter_[x] = leftLetter_[k];
-    laid_[x] = true;
-    blank_[x] = leftBlank_[k];
-    mainSum += (leftBlank_[k] ? 0 : Value(leftLetter_[k])) * p.letter;
-    wordFactor *= p.word;
+    mainSum += Value(leftLetter_[k]) * letterFactor_[x];
+    wordFactor *= wordFactor_[x];
+  }
+  if (mode_ == Mode::Best && haveBest_ &&
+      RightBound(anchor_, rackSize_ - leftLength, mainSum, wordFactor, 0, leftLength) < best_.points)
+    return;
+  for (int k = 0; k < leftLength; ++k) {
+    letter_[start_ + k] = leftLetter_[k];
+    laid_[start_ + k] = true;
   }
   ExtendRight(node, anchor_, false, mainSum, wordFactor, 0, leftLength);
   for (int k = 0; k < leftLength; ++k) {
@@ -298,36 +404,24 @@ void ExactMoves::ExtendRight(uint32_t node, int column, bool isWord, int mainSum
     if (column == kSize || !node) return;
     const Square& s = line_[column];
     const WordGraph::Node& n = graph_.At(node);
-    uint32_t letters = (n.children | n.ends) & s.cross;
-    if (!blanks_) {
-      uint32_t inRack = 0;
-      for (uint32_t l = letters; l; l &= l - 1)
-        if (count_[size_t(__builtin_ctz(l))] > 0) inRack |= l & (~l + 1);
-      letters = inRack;
-    }
-    const Premium p = kPremium[size_t(row_ * kSize + column)];
-    for (; letters; letters &= letters - 1) {
-      const int letter = __builtin_ctz(letters);
-      const uint32_t child = (n.children >> letter) & 1u ? graph_.Child(node, letter) : 0;
-      const bool ends = (n.ends >> letter) & 1u;
+    const uint32_t letters = (n.children | n.ends) & s.cross & (blanks_ > 0 ? kAllLetters : rackLetters_);
+    if (!letters) return;
+    const int lf = letterFactor_[column], wf = wordFactor_[column];
+    laid_[column] = true;
+    for (uint32_t l = letters; l; l &= l - 1) {
+      const int letter = __builtin_ctz(l);
       ++stats_.steps;
+      const uint32_t child = (n.children >> letter) & 1u ? graph_.Child(node, letter) : 0;
       letter_[column] = int8_t(letter);
-      laid_[column] = true;
-      for (int way = 0; way < 2; ++way) {
-        const bool blank = way == 1;
-        if (blank ? blanks_ == 0 : count_[size_t(letter)] == 0) continue;
-        if (blank) --blanks_; else --count_[size_t(letter)];
-        blank_[column] = blank;
-        const int value = blank ? 0 : Value(letter) * p.letter;
-        const int cross = s.crossed ? (s.crossSum + value) * p.word : 0;
-        ExtendRight(child, column + 1, ends, mainSum + value, wordFactor * p.word, crossTotal + cross,
-                    tiles + 1);
-        if (blank) ++blanks_; else ++count_[size_t(letter)];
-      }
-      letter_[column] = -1;
-      laid_[column] = false;
-      blank_[column] = false;
+      const int value = Value(letter) * lf;
+      const int cross = s.crossed ? (s.crossSum + value) * wf : 0;
+      Take(letter);
+      ExtendRight(child, column + 1, (n.ends >> letter) & 1u, mainSum + value, wordFactor * wf,
+                  crossTotal + cross, tiles + 1);
+      GiveBack(letter);
     }
+    letter_[column] = -1;
+    laid_[column] = false;
     return;
   }
   // A tile of the board: the word goes through it.
@@ -341,37 +435,100 @@ void ExactMoves::ExtendRight(uint32_t node, int column, bool isWord, int mainSum
 }
 
 void ExactMoves::Record(int end, int mainSum, int wordFactor, int crossTotal, int tiles) {
-  if (tiles == 1 && !down_) {
-    // A single tile with a tile above or below it is a play down.
-    int x = start_;
-    while (!laid_[x]) ++x;
-    if (line_[x].crossed) return;
+  int fresh[7], delta[7], count = 0;
+  int8_t used[26] = {};
+  for (int x = start_; x < end; ++x) {
+    if (!laid_[x]) continue;
+    fresh[count] = x - start_;
+    // What the points lose when this tile is a blank: its letter in the
+    // main word and in its cross word.
+    const int letter = letter_[x];
+    delta[count] = Value(letter) * letterFactor_[x] * (wordFactor + (line_[x].crossed ? wordFactor_[x] : 0));
+    ++used[letter];
+    ++count;
   }
+  if (tiles == 1 && !down_ && line_[start_ + fresh[0]].crossed) return;  // a single tile with a tile above or below is a play down
   ++stats_.plays;
+  const int allReal = mainSum * wordFactor + crossTotal + (tiles == 7 ? kBonus : 0);
+
   ExactPlay play;
-  play.points = int16_t(mainSum * wordFactor + crossTotal + (tiles == 7 ? kBonus : 0));
   play.down = down_;
   play.row = uint8_t(down_ ? start_ : row_);
   play.column = uint8_t(down_ ? row_ : start_);
   play.length = uint8_t(end - start_);
   play.tiles = uint8_t(tiles);
   for (int i = 0; i < play.length; ++i) {
-    const int x = start_ + i;
-    play.letters[i] = char('A' + letter_[x]);
-    if (laid_[x]) {
-      play.laid |= uint16_t(1u << i);
-      if (blank_[x]) {
-        play.blank |= uint16_t(1u << i);
-        ++play.blanks;
+    play.letters[i] = char('A' + letter_[start_ + i]);
+    if (laid_[start_ + i]) play.laid |= uint16_t(1u << i);
+  }
+
+  // The letters beyond the rack's own are blanks; with blanks to spare, any
+  // tile laid may be one. Each way of choosing them that gives other points
+  // is a play of its own (in the best mode only the dearest matters).
+  int8_t short_[26] = {};
+  for (int l = 0; l < 26; ++l) short_[l] = int8_t(std::max(0, used[l] - inRack_[size_t(l)]));
+  const auto allowed = [&](uint32_t mask) {
+    int8_t onLetter[26] = {};
+    for (int i = 0; i < count; ++i)
+      if ((mask >> i) & 1u) ++onLetter[letter_[start_ + fresh[i]]];
+    for (int l = 0; l < 26; ++l)
+      if (onLetter[l] < short_[l]) return false;
+    return true;
+  };
+  const auto keep = [&](uint32_t mask) {
+    ExactPlay p = play;
+    int points = allReal;
+    for (int i = 0; i < count; ++i) {
+      if (!((mask >> i) & 1u)) continue;
+      points -= delta[i];
+      p.blank |= uint16_t(1u << fresh[i]);
+      ++p.blanks;
+    }
+    p.points = int16_t(points);
+    return p;
+  };
+
+  if (mode_ == Mode::Best) {
+    // The blanks forced on the squares where they lose least.
+    uint32_t chosen = 0;
+    for (int l = 0; l < 26; ++l) {
+      for (int need = short_[l]; need > 0; --need) {
+        int pick = -1;
+        for (int i = 0; i < count; ++i)
+          if (!((chosen >> i) & 1u) && letter_[start_ + fresh[i]] == l && (pick < 0 || delta[i] < delta[pick]))
+            pick = i;
+        chosen |= 1u << pick;
       }
     }
+    const ExactPlay p = keep(chosen);
+    if (!haveBest_ || PlayBefore(p, best_)) {
+      best_ = p;
+      haveBest_ = true;
+    }
+    return;
   }
-  if (mode_ == Mode::All) {
-    plays_.push_back(play);
-  } else if (!haveBest_ || PlayBefore(play, best_)) {
-    best_ = play;
-    haveBest_ = true;
-  }
+
+  // Every choice of at most rackBlanks_ squares that covers what is short,
+  // one play a number of points: the first of the order among equals.
+  ExactPlay kept[1 + 7 + 21];
+  int keptCount = 0;
+  const auto offer = [&](uint32_t mask) {
+    if (!allowed(mask)) return;
+    const ExactPlay p = keep(mask);
+    for (int k = 0; k < keptCount; ++k) {
+      if (kept[k].points != p.points) continue;
+      if (PlayBefore(p, kept[k])) kept[k] = p;
+      return;
+    }
+    kept[keptCount++] = p;
+  };
+  offer(0);
+  if (rackBlanks_ >= 1)
+    for (int i = 0; i < count; ++i) offer(1u << i);
+  if (rackBlanks_ >= 2)
+    for (int i = 0; i < count; ++i)
+      for (int j = i + 1; j < count; ++j) offer((1u << i) | (1u << j));
+  for (int k = 0; k < keptCount; ++k) plays_.push_back(kept[k]);
 }
 
 }  // namespace ostrane

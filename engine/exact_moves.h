@@ -102,17 +102,27 @@ class ExactMoves {
     int8_t tileValue = 0;  // its value (0 for a blank)
   };
   enum class Mode { All, Best };
+  // An anchor of the pass and the most its plays could be worth.
+  struct Anchor {
+    int16_t bound;
+    bool down;
+    uint8_t row, column, leftLimit;
+  };
 
   void Run(const char* squares, bool firstPlay, std::string_view rack, Mode mode);
-  void Pass(const char* board, bool down, bool firstPlay);
-  void PrepareSquares(const char* board, bool firstPlay);
+  void PrepareSquares(const char* board, bool down, bool firstPlay);
   uint32_t CrossSet(const char* board, int x, int y, int16_t& sum, bool& crossed) const;
-  int Bound(int row, int anchor, int leftLimit) const;
+  void EnterRow(bool down, int row);
+  void SearchAnchor(int anchor, int leftLimit);
+  int AnchorBound(int anchor, int leftLimit) const;
+  int RightBound(int column, int tilesLeft, int mainSum, int wordFactor, int crossTotal, int tiles) const;
   void LeftPart(uint32_t node, int limit, int leftLength);
   void StartRight(uint32_t node, int leftLength);
   void ExtendRight(uint32_t node, int column, bool isWord, int mainSum, int wordFactor, int crossTotal,
                    int tiles);
   void Record(int end, int mainSum, int wordFactor, int crossTotal, int tiles);
+  void Take(int letter);
+  void GiveBack(int letter);
 
   const WordGraph& graph_;
   Stats stats_;
@@ -120,25 +130,33 @@ class ExactMoves {
   std::vector<ExactPlay> plays_;
   ExactPlay best_;
   bool haveBest_ = false;
+  std::vector<Anchor> anchors_;
 
-  // The rack.
+  // The rack: the letters left, and the blanks that letters beyond them
+  // take (which tiles are the blanks is chosen when a play is kept).
   std::array<int8_t, 26> count_{};
-  int8_t blanks_ = 0;
+  std::array<int8_t, 26> inRack_{};  // as drawn
+  std::array<int8_t, 26> blankFor_{};  // blanks taken for each letter
+  uint32_t rackLetters_ = 0;         // letters with count_ above 0
+  int8_t blanks_ = 0;                // blanks not yet taken
+  int8_t rackBlanks_ = 0;            // as drawn
   int rackSize_ = 0;
-  int rackValues_[8] = {};  // the values of the rack's tiles, highest first
+  int topValues_[8] = {};  // sums of the rack's highest values: topValues_[k] for the k highest
+  int highest_ = 0;        // the highest value on the rack
 
-  // The pass under way.
+  // The squares of both passes (across, then down on the turned board), and
+  // the pass under way.
   bool down_ = false;
-  std::array<Square, 225> squares_{};
+  std::array<std::array<Square, 225>, 2> squares_{};
   // The row under way and its anchor.
   int row_ = 0;
   int anchor_ = 0;
   const Square* line_ = nullptr;
+  uint8_t letterFactor_[16] = {};
+  uint8_t wordFactor_[16] = {};
   int8_t letter_[16] = {};   // the letter on each column of the row
   bool laid_[16] = {};       // a tile laid now on that column
-  bool blank_[16] = {};      // that tile a blank
   int8_t leftLetter_[8] = {};
-  bool leftBlank_[8] = {};
   int start_ = 0;            // the word's first column
 };
 

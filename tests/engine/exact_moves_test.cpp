@@ -272,8 +272,9 @@ TEST(ExactMoves, TheBestPlayHeadsTheWholeListAndTheDesignedSearchFindsNothingMor
       std::string upper = w.Express;
       for (char& c : upper) c = UpperAscii(c);
       const bool oneTileAcross = verdict.tilesLaid == 1 && w.Place[0] >= 'A';
-      if (!oneTileAcross)
+      if (!oneTileAcross) {
         EXPECT_TRUE(exact.count({upper, w.Place, verdict.truePoints})) << upper << " " << w.Place;
+      }
       EXPECT_LE(verdict.truePoints, best->points);
     }
     if (const auto proposal = board.SubSortie(5)) {

@@ -1,0 +1,199 @@
+// The exact generator against the designed search, on the same positions in
+// one run: the boards of games the designed search played (each turn with
+// the rack drawn), and their middle-game boards with racks of no, one and two
+// blanks. Each way runs over all positions three times; the fastest pass
+// counts (the machine is shared). Prints the times and their ratios, and what
+// making the word graph costs.
+//
+//   build/bench/exact_bench [GAMES]
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <string>
+#include <vector>
+
+#include "data/embedded_lexicon.h"
+#include "engine/board.h"
+#include "engine/board_text.h"
+#include "engine/context.h"
+#include "engine/exact_moves.h"
+#include "engine/move_search.h"
+#include "lexicon/lexicon.h"
+#include "lexicon/tables.h"
+#include "lexicon/word_graph.h"
+
+namespace {
+
+using namespace ostrane;
+
+double ThreadMs() {
+  timespec t;
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
+  return double(t.tv_sec) * 1e3 + double(t.tv_nsec) / 1e6;
+}
+
+struct Position {
+  BoardSquares board{};
+  bool first = false;
+  std::string rack;
+  int blanks = 0;
+};
+
+std::string ShuffledBag(Rng& rng) {
+  std::string bag;
+  for (size_t k = 0; k + 2 < StrPioche.size(); k += 3)
+    bag.append(size_t((StrPioche[k] - '0') * 10 + (StrPioche[k + 1] - '0')),
+               StrPioche[k + 2] == '?' ? '?' : LowerAscii(StrPioche[k + 2]));
+  for (size_t k = bag.size(); k > 1; --k) std::swap(bag[k - 1], bag[rng.Below(uint32_t(k))]);
+  return bag;
+}
+
+int Blanks(const std::string& rack) { return int(std::count(rack.begin(), rack.end(), '?')); }
+
+// The turns of one game the designed search plays against itself.
+std::vector<Position> PlayGame(const Lexicon& lexicon, uint64_t seed) {
+  EngineContext context;
+  context.Random.Seed(seed);
+  Rng rng(seed * 7919 + 1);
+  std::string bag = ShuffledBag(rng), rack;
+  ClsPlateau board(lexicon, context);
+  std::vector<Position> turns;
+  for (;;) {
+    while (rack.size() < 7 && !bag.empty()) {
+      rack += bag.back();
+      bag.pop_back();
+    }
+    if (rack.empty()) break;
+    Position p;
+    for (int y = 0; y < 15; ++y)
+      for (int x = 0; x < 15; ++x) p.board[size_t(y * 15 + x)] = board.Square(x, y);
+    p.first = board.SubWordFirst();
+    p.rack = rack;
+    p.blanks = Blanks(rack);
+    turns.push_back(p);
+    std::string letters = rack;
+    board.TrouveSolution(letters);
+    const auto best = board.SubSortie(5);
+    if (!best) break;
+    const bool across = best->Place[0] >= 'A' && best->Place[0] <= 'O';
+    const int row = board.SubTrouverLigne(best->Place), column = board.SubColumn(best->Place);
+    for (size_t i = 0; i < best->Express.size(); ++i) {
+      const int x = across ? column + int(i) : column, y = across ? row : row + int(i);
+      if (board.Square(x, y) != '\0') continue;
+      const char c = best->Express[i];
+      const size_t at = rack.find((c >= 'A' && c <= 'Z') ? '?' : c);
+      if (at != std::string::npos) rack.erase(at, 1);
+    }
+    board.SubCaserWord(*best);
+    board.SubWordFirst(false);
+    context.LngSens = 0;
+  }
+  return turns;
+}
+
+struct Totals {
+  double designed = 0, all = 0, best = 0;
+  int64_t findings = 0, plays = 0, positions = 0;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const int games = argc > 1 ? std::max(1, std::atoi(argv[1])) : 10;
+  const Lexicon& lexicon = EmbeddedLexicon();
+
+  // The word graph: made from the loaded lexicon, as the program makes it.
+  double build = 1e9;
+  WordGraph graph;
+  for (int k = 0; k < 5; ++k) {
+    const double before = ThreadMs();
+    WordGraph made;
+    made.Build(lexicon);
+    build = std::min(build, ThreadMs() - before);
+    if (k == 0) graph = std::move(made);
+  }
+
+  std::vector<Position> positions;
+  Rng racks(99);
+  const std::string letters = "aaaaaaaaabbccdddeeeeeeeeeeeeeeeffgghhiiiiiiiijklllllmmmnnnnnnooooooppqrrrrrrssssss"
+                              "ttttttuuuuuuvvwxyz";
+  for (uint64_t seed = 1; seed <= uint64_t(games); ++seed) {
+    const std::vector<Position> game = PlayGame(lexicon, seed);
+    positions.insert(positions.end(), game.begin(), game.end());
+    // The middle game with racks of no, one and two blanks.
+    for (const size_t turn : {game.size() / 3, game.size() / 2, 2 * game.size() / 3}) {
+      for (int blanks = 0; blanks <= 2; ++blanks) {
+        Position p = game[turn];
+        p.rack.assign(size_t(blanks), '?');
+        while (p.rack.size() < 7) p.rack += letters[racks.Below(uint32_t(letters.size()))];
+        p.blanks = blanks;
+        positions.push_back(p);
+      }
+    }
+  }
+
+  EngineContext context;
+  context.TreeIndex = WordTreeIndex::Build(lexicon.Dico, &lexicon);
+  ExactMoves exact(graph);
+  Totals byBlanks[3];
+  Totals total;
+  for (int pass = 0; pass < 3; ++pass) {
+    Totals run[3];
+    for (const Position& p : positions) {
+      Totals& t = run[p.blanks];
+      ClsPlateau board(lexicon, context);
+      LoadBoard(board, p.board);
+      std::string rack = p.rack;
+      context.LngSens = 0;
+      double before = ThreadMs();
+      const int32_t findings = board.TrouveSolution(rack);
+      t.designed += ThreadMs() - before;
+      before = ThreadMs();
+      const size_t plays = exact.All(p.board.data(), p.first, p.rack).size();
+      t.all += ThreadMs() - before;
+      before = ThreadMs();
+      const auto best = exact.Best(p.board.data(), p.first, p.rack);
+      t.best += ThreadMs() - before;
+      t.findings += findings;
+      t.plays += int64_t(plays);
+      t.positions += 1;
+      if (best.has_value() != (plays > 0)) {
+        std::fprintf(stderr, "exact_bench: the best play and the list disagree\n");
+        return 1;
+      }
+    }
+    for (int b = 0; b < 3; ++b) {
+      if (pass == 0) {
+        byBlanks[b] = run[b];
+        continue;
+      }
+      byBlanks[b].designed = std::min(byBlanks[b].designed, run[b].designed);
+      byBlanks[b].all = std::min(byBlanks[b].all, run[b].all);
+      byBlanks[b].best = std::min(byBlanks[b].best, run[b].best);
+    }
+  }
+  for (const Totals& t : byBlanks) {
+    total.designed += t.designed;
+    total.all += t.all;
+    total.best += t.best;
+    total.findings += t.findings;
+    total.plays += t.plays;
+    total.positions += t.positions;
+  }
+
+  std::printf("word graph: %zu nodes, %zu edges, %.2f MB, made in %.1f ms from the loaded lexicon\n",
+              graph.NodeCount(), graph.EdgeCount(), double(graph.Bytes()) / 1e6, build);
+  std::printf("%-14s %9s %12s %12s %10s %12s %10s %10s %10s\n", "racks", "positions", "designed ms", "findings",
+              "all ms", "plays", "all/des", "best ms", "des/best");
+  const auto row = [](const char* what, const Totals& t) {
+    std::printf("%-14s %9lld %12.1f %12lld %10.1f %12lld %10.3f %10.2f %10.1f\n", what, (long long)t.positions,
+                t.designed, (long long)t.findings, t.all, (long long)t.plays, t.all / t.designed, t.best,
+                t.designed / t.best);
+  };
+  row("no blank", byBlanks[0]);
+  row("one blank", byBlanks[1]);
+  row("two blanks", byBlanks[2]);
+  row("all", total);
+  return 0;
+}
