@@ -95,6 +95,7 @@ std::vector<Position> PlayGame(const Lexicon& lexicon, uint64_t seed) {
 struct Totals {
   double designed = 0, all = 0, best = 0;
   int64_t findings = 0, plays = 0, positions = 0;
+  int64_t allSteps = 0, bestSteps = 0, anchors = 0, anchorsSkipped = 0;
 };
 
 }  // namespace
@@ -136,6 +137,17 @@ int main(int argc, char** argv) {
   EngineContext context;
   context.TreeIndex = WordTreeIndex::Build(lexicon.Dico, &lexicon);
   ExactMoves exact(graph);
+  if (const char* only = std::getenv("EXACT_BENCH_ONLY")) {
+    // One way alone, many times over: for a profile.
+    const bool best = std::string(only) == "best";
+    size_t found = 0;
+    for (int pass = 0; pass < 20; ++pass)
+      for (const Position& p : positions)
+        found += best ? exact.Best(p.board.data(), p.first, p.rack).has_value()
+                      : exact.All(p.board.data(), p.first, p.rack).size();
+    std::printf("%zu\n", found);
+    return 0;
+  }
   Totals byBlanks[3];
   Totals total;
   for (int pass = 0; pass < 3; ++pass) {
@@ -152,9 +164,13 @@ int main(int argc, char** argv) {
       before = ThreadMs();
       const size_t plays = exact.All(p.board.data(), p.first, p.rack).size();
       t.all += ThreadMs() - before;
+      t.allSteps += exact.LastStats().steps;
       before = ThreadMs();
       const auto best = exact.Best(p.board.data(), p.first, p.rack);
       t.best += ThreadMs() - before;
+      t.bestSteps += exact.LastStats().steps;
+      t.anchors += exact.LastStats().anchors;
+      t.anchorsSkipped += exact.LastStats().anchorsSkipped;
       t.findings += findings;
       t.plays += int64_t(plays);
       t.positions += 1;
@@ -182,6 +198,11 @@ int main(int argc, char** argv) {
     total.positions += t.positions;
   }
 
+  std::printf("steps of the walk: all plays %lld, best only %lld; anchors %lld, %lld of them skipped\n",
+              (long long)(byBlanks[0].allSteps + byBlanks[1].allSteps + byBlanks[2].allSteps),
+              (long long)(byBlanks[0].bestSteps + byBlanks[1].bestSteps + byBlanks[2].bestSteps),
+              (long long)(byBlanks[0].anchors + byBlanks[1].anchors + byBlanks[2].anchors),
+              (long long)(byBlanks[0].anchorsSkipped + byBlanks[1].anchorsSkipped + byBlanks[2].anchorsSkipped));
   std::printf("word graph: %zu nodes, %zu edges, %.2f MB, made in %.1f ms from the loaded lexicon\n",
               graph.NodeCount(), graph.EdgeCount(), double(graph.Bytes()) / 1e6, build);
   std::printf("%-14s %9s %12s %12s %10s %12s %10s %10s %10s\n", "racks", "positions", "designed ms", "findings",

@@ -78,7 +78,9 @@ bool PlayBefore(const ExactPlay& a, const ExactPlay& b) {
   if (a.down != b.down) return !a.down;
   if (a.row != b.row) return a.row < b.row;
   if (a.column != b.column) return a.column < b.column;
-  return a.blank < b.blank;
+  // The same play with its blanks elsewhere: the first blank further left first.
+  const uint32_t differ = uint32_t(a.blank ^ b.blank);
+  return (a.blank & differ & (~differ + 1u)) != 0;
 }
 
 ExactMoves::ExactMoves(const WordGraph& graph) : graph_(graph) {}
@@ -137,6 +139,7 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
   // The anchors of both passes, each with how many free squares that touch
   // nothing lie just left of it (the letters laid left of the anchor).
   anchors_.clear();
+  reachMade_[0] = reachMade_[1] = 0;
   for (const bool down : {false, true}) {
     for (int row = 0; row < kSize; ++row) {
       EnterRow(down, row);
@@ -151,7 +154,11 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
         const int leftLimit = std::min(emptyRun, rackSize_ - 1);
         emptyRun = 0;
         if (!sq.cross) continue;
-        const int bound = mode_ == Mode::Best ? AnchorBound(x, leftLimit) : 0;
+        int bound = 0;
+        if (mode_ == Mode::Best) {
+          bound = AnchorBound(x, leftLimit);
+          if (!((reachMade_[down ? 1 : 0] >> row) & 1u)) MakeReach(down, row);
+        }
         anchors_.push_back(Anchor{int16_t(bound), down, uint8_t(row), uint8_t(x), uint8_t(leftLimit)});
       }
     }
@@ -253,7 +260,7 @@ void ExactMoves::SearchAnchor(int anchor, int leftLimit) {
     }
     if (!node) return;
     start_ = start;
-    if (mode_ == Mode::Best && haveBest_ && RightBound(anchor, rackSize_, mainSum, 1, 0, 0) < best_.points)
+    if (mode_ == Mode::Best && haveBest_ && RightBound(anchor, rackSize_, mainSum, 1, 0) < best_.points)
       return;
     ExtendRight(node, anchor, false, mainSum, 1, 0, 0);
   } else {
@@ -311,34 +318,54 @@ int ExactMoves::AnchorBound(int anchor, int leftLimit) const {
   return best;
 }
 
-int ExactMoves::RightBound(int column, int tilesLeft, int mainSum, int wordFactor, int crossTotal,
-                           int tiles) const {
-  // The word goes on from `column` with up to `tilesLeft` more tiles; what
-  // is laid so far counts as it stands.
-  int best = -1;
-  if (column > anchor_ && (column == kSize || line_[column].tile < 0))
-    best = mainSum * wordFactor + crossTotal + (tiles == 7 ? kBonus : 0);
-  int k = 0, n2 = 0, n3 = 0, factor = wordFactor, boardSum = mainSum, crossFixed = crossTotal, crossLetter = 0;
-  for (int e = column; e < kSize; ++e) {
-    const Square& s = line_[e];
-    if (s.tile >= 0) {
-      boardSum += s.tileValue;
-    } else {
-      if (!s.cross || ++k > tilesLeft) break;
-      n2 += letterFactor_[e] == 2;
-      n3 += letterFactor_[e] == 3;
-      factor *= wordFactor_[e];
-      if (s.crossed) {
-        crossFixed += s.crossSum * wordFactor_[e];
-        crossLetter += letterFactor_[e] * wordFactor_[e];
-      }
+void ExactMoves::MakeReach(bool down, int row) {
+  reachMade_[down ? 1 : 0] |= 1u << row;
+  const Square* line = &squares_[down ? 1 : 0][size_t(row * kSize)];
+  const uint32_t usable = rackBlanks_ > 0 ? kAllLetters : rackLetters_;
+  for (int c = 0; c <= kSize; ++c) {
+    // The best of the ends with exactly k more tiles, then the best of those
+    // with at most t.
+    Reach exactly[8];
+    int k = 0, n2 = 0, n3 = 0, factor = 1, boardSum = 0, crossFixed = 0, crossLetter = 0;
+    if (c == kSize) {
+      exactly[0] = Reach{1, 0, 0};
     }
-    if (e < anchor_ || (e + 1 < kSize && line_[e + 1].tile >= 0)) continue;
-    const int value = (boardSum + LettersAtMost(topValues_, k, n3, n2)) * factor + crossFixed +
-                      highest_ * crossLetter + (tiles + k == 7 ? kBonus : 0);
-    best = std::max(best, value);
+    for (int e = c; e < kSize; ++e) {
+      const Square& s = line[e];
+      const Premium p = kPremium[size_t(row * kSize + e)];
+      if (s.tile >= 0) {
+        boardSum += s.tileValue;
+      } else {
+        if (!(s.cross & usable) || ++k > rackSize_) break;
+        n2 += p.letter == 2;
+        n3 += p.letter == 3;
+        factor *= p.word;
+        if (s.crossed) {
+          crossFixed += s.crossSum * p.word;
+          crossLetter += p.letter * p.word;
+        }
+      }
+      if (e + 1 < kSize && line[e + 1].tile >= 0) continue;  // the word would go on
+      Reach& r = exactly[k];
+      r.factor = std::max(r.factor, factor);
+      r.lettersTimesFactor =
+          std::max(r.lettersTimesFactor, (boardSum + LettersAtMost(topValues_, k, n3, n2)) * factor);
+      r.rest = std::max(r.rest, crossFixed + highest_ * crossLetter);
+    }
+    Reach best;
+    for (int t = 0; t < 8; ++t) {
+      const Reach& r = exactly[t];
+      if (r.factor >= 0) {
+        best.factor = std::max(best.factor, r.factor);
+        best.lettersTimesFactor = std::max(best.lettersTimesFactor, r.lettersTimesFactor);
+        best.rest = std::max(best.rest, r.rest);
+      }
+      Reach& out = reach_[down ? 1 : 0][row][c][t];
+      out = best;
+      // Seven tiles in all: the bonus, for the ends that take every tile left.
+      if (r.factor >= 0 && rackSize_ == 7) out.rest = std::max(out.rest, r.rest + kBonus);
+    }
   }
-  return best;
 }
 
 void ExactMoves::Take(int letter) {
@@ -384,7 +411,7 @@ void ExactMoves::StartRight(uint32_t node, int leftLength) {
     wordFactor *= wordFactor_[x];
   }
   if (mode_ == Mode::Best && haveBest_ &&
-      RightBound(anchor_, rackSize_ - leftLength, mainSum, wordFactor, 0, leftLength) < best_.points)
+      RightBound(anchor_, rackSize_ - leftLength, mainSum, wordFactor, 0) < best_.points)
     return;
   for (int k = 0; k < leftLength; ++k) {
     letter_[start_ + k] = leftLetter_[k];
@@ -402,6 +429,9 @@ void ExactMoves::ExtendRight(uint32_t node, int column, bool isWord, int mainSum
   if (column == kSize || line_[column].tile < 0) {
     if (isWord && column > anchor_) Record(column, mainSum, wordFactor, crossTotal, tiles);
     if (column == kSize || !node) return;
+    if (mode_ == Mode::Best && haveBest_ &&
+        RightBound(column, rackSize_ - tiles, mainSum, wordFactor, crossTotal) < best_.points)
+      return;
     const Square& s = line_[column];
     const WordGraph::Node& n = graph_.At(node);
     const uint32_t letters = (n.children | n.ends) & s.cross & (blanks_ > 0 ? kAllLetters : rackLetters_);
@@ -428,6 +458,9 @@ void ExactMoves::ExtendRight(uint32_t node, int column, bool isWord, int mainSum
   const int letter = line_[column].tile;
   const WordGraph::Node& n = graph_.At(node);
   if (!node || !(((n.children | n.ends) >> letter) & 1u)) return;
+  if (mode_ == Mode::Best && haveBest_ &&
+      RightBound(column, rackSize_ - tiles, mainSum, wordFactor, crossTotal) < best_.points)
+    return;
   ++stats_.steps;
   const uint32_t child = (n.children >> letter) & 1u ? graph_.Child(node, letter) : 0;
   ExtendRight(child, column + 1, (n.ends >> letter) & 1u, mainSum + line_[column].tileValue, wordFactor,
@@ -451,56 +484,56 @@ void ExactMoves::Record(int end, int mainSum, int wordFactor, int crossTotal, in
   ++stats_.plays;
   const int allReal = mainSum * wordFactor + crossTotal + (tiles == 7 ? kBonus : 0);
 
-  ExactPlay play;
-  play.down = down_;
-  play.row = uint8_t(down_ ? start_ : row_);
-  play.column = uint8_t(down_ ? row_ : start_);
-  play.length = uint8_t(end - start_);
-  play.tiles = uint8_t(tiles);
-  for (int i = 0; i < play.length; ++i) {
-    play.letters[i] = char('A' + letter_[start_ + i]);
-    if (laid_[start_ + i]) play.laid |= uint16_t(1u << i);
-  }
-
   // The letters beyond the rack's own are blanks; with blanks to spare, any
   // tile laid may be one. Each way of choosing them that gives other points
   // is a play of its own (in the best mode only the dearest matters).
   int8_t short_[26] = {};
-  for (int l = 0; l < 26; ++l) short_[l] = int8_t(std::max(0, used[l] - inRack_[size_t(l)]));
-  const auto allowed = [&](uint32_t mask) {
-    int8_t onLetter[26] = {};
-    for (int i = 0; i < count; ++i)
-      if ((mask >> i) & 1u) ++onLetter[letter_[start_ + fresh[i]]];
-    for (int l = 0; l < 26; ++l)
-      if (onLetter[l] < short_[l]) return false;
-    return true;
-  };
-  const auto keep = [&](uint32_t mask) {
-    ExactPlay p = play;
-    int points = allReal;
+  int shortBy = 0;
+  for (int i = 0; i < count; ++i) {
+    const int l = letter_[start_ + fresh[i]];
+    if (used[l] > inRack_[size_t(l)] && short_[l] == 0) {
+      short_[l] = int8_t(used[l] - inRack_[size_t(l)]);
+      shortBy += short_[l];
+    }
+  }
+  const auto make = [&](uint32_t mask, int points) {
+    ExactPlay p;
+    p.points = int16_t(points);
+    p.down = down_;
+    p.row = uint8_t(down_ ? start_ : row_);
+    p.column = uint8_t(down_ ? row_ : start_);
+    p.length = uint8_t(end - start_);
+    p.tiles = uint8_t(tiles);
+    for (int i = 0; i < p.length; ++i) {
+      p.letters[i] = char('A' + letter_[start_ + i]);
+      if (laid_[start_ + i]) p.laid |= uint16_t(1u << i);
+    }
     for (int i = 0; i < count; ++i) {
       if (!((mask >> i) & 1u)) continue;
-      points -= delta[i];
       p.blank |= uint16_t(1u << fresh[i]);
       ++p.blanks;
     }
-    p.points = int16_t(points);
     return p;
   };
 
   if (mode_ == Mode::Best) {
     // The blanks forced on the squares where they lose least.
     uint32_t chosen = 0;
-    for (int l = 0; l < 26; ++l) {
-      for (int need = short_[l]; need > 0; --need) {
-        int pick = -1;
-        for (int i = 0; i < count; ++i)
-          if (!((chosen >> i) & 1u) && letter_[start_ + fresh[i]] == l && (pick < 0 || delta[i] < delta[pick]))
-            pick = i;
-        chosen |= 1u << pick;
+    int points = allReal;
+    if (shortBy > 0) {
+      for (int l = 0; l < 26; ++l) {
+        for (int need = short_[l]; need > 0; --need) {
+          int pick = -1;
+          for (int i = 0; i < count; ++i)
+            if (!((chosen >> i) & 1u) && letter_[start_ + fresh[i]] == l && (pick < 0 || delta[i] < delta[pick]))
+              pick = i;
+          chosen |= 1u << pick;
+          points -= delta[pick];
+        }
       }
     }
-    const ExactPlay p = keep(chosen);
+    if (haveBest_ && points < best_.points) return;
+    const ExactPlay p = make(chosen, points);
     if (!haveBest_ || PlayBefore(p, best_)) {
       best_ = p;
       haveBest_ = true;
@@ -510,17 +543,31 @@ void ExactMoves::Record(int end, int mainSum, int wordFactor, int crossTotal, in
 
   // Every choice of at most rackBlanks_ squares that covers what is short,
   // one play a number of points: the first of the order among equals.
+  if (rackBlanks_ == 0) {
+    plays_.push_back(make(0, allReal));
+    return;
+  }
+  const auto covers = [&](uint32_t mask) {
+    if (shortBy == 0) return true;
+    int8_t onLetter[26] = {};
+    for (int i = 0; i < count; ++i)
+      if ((mask >> i) & 1u) ++onLetter[letter_[start_ + fresh[i]]];
+    for (int i = 0; i < count; ++i) {
+      const int l = letter_[start_ + fresh[i]];
+      if (onLetter[l] < short_[l]) return false;
+    }
+    return true;
+  };
   ExactPlay kept[1 + 7 + 21];
   int keptCount = 0;
   const auto offer = [&](uint32_t mask) {
-    if (!allowed(mask)) return;
-    const ExactPlay p = keep(mask);
-    for (int k = 0; k < keptCount; ++k) {
-      if (kept[k].points != p.points) continue;
-      if (PlayBefore(p, kept[k])) kept[k] = p;
-      return;
-    }
-    kept[keptCount++] = p;
+    if (__builtin_popcount(mask) < shortBy || !covers(mask)) return;
+    int points = allReal;
+    for (int i = 0; i < count; ++i)
+      if ((mask >> i) & 1u) points -= delta[i];
+    for (int k = 0; k < keptCount; ++k)
+      if (kept[k].points == points) return;  // the fewer blanks, then the blanks first, came first
+    kept[keptCount++] = make(mask, points);
   };
   offer(0);
   if (rackBlanks_ >= 1)

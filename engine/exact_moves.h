@@ -26,8 +26,9 @@
 //
 // The order of plays, best first: more points; then fewer blanks laid; then
 // fewer tiles laid; then the word in alphabetical order; then across before
-// down; then the higher row, then the column further left. The best play is
-// the first in this order.
+// down; then the higher row, then the column further left; and for the same
+// play with its blanks on other squares for the same points (listed once),
+// the first blank further left. The best play is the first in this order.
 
 #include <array>
 #include <cstdint>
@@ -115,7 +116,14 @@ class ExactMoves {
   void EnterRow(bool down, int row);
   void SearchAnchor(int anchor, int leftLimit);
   int AnchorBound(int anchor, int leftLimit) const;
-  int RightBound(int column, int tilesLeft, int mainSum, int wordFactor, int crossTotal, int tiles) const;
+  // What a word that has come to `column` with `tilesLeft` tiles left could
+  // still be worth at most, from the row's reach (see Reach).
+  int RightBound(int column, int tilesLeft, int mainSum, int wordFactor, int crossTotal) const {
+    const Reach& r = reach_[down_ ? 1 : 0][row_][column][tilesLeft];
+    if (r.factor < 0) return -1;
+    return crossTotal + wordFactor * (mainSum * r.factor + r.lettersTimesFactor) + r.rest;
+  }
+  void MakeReach(bool down, int row);
   void LeftPart(uint32_t node, int limit, int leftLength);
   void StartRight(uint32_t node, int leftLength);
   void ExtendRight(uint32_t node, int column, bool isWord, int mainSum, int wordFactor, int crossTotal,
@@ -131,6 +139,17 @@ class ExactMoves {
   ExactPlay best_;
   bool haveBest_ = false;
   std::vector<Anchor> anchors_;
+  // For each row, column and count of tiles left, the most that the rest of
+  // a word from that column could bring, over every square it could end on:
+  // the word factor of the squares still to cover, the letters still to lay
+  // (the rack's highest values on the highest letter factors) and the board's
+  // tiles to cover times that factor, and the cross words and the bonus. A
+  // factor of -1: no word can go on from there.
+  struct Reach {
+    int32_t factor = -1, lettersTimesFactor = 0, rest = 0;
+  };
+  Reach reach_[2][15][16][8];
+  uint32_t reachMade_[2] = {};  // bit r: row r's reach is made
 
   // The rack: the letters left, and the blanks that letters beyond them
   // take (which tiles are the blanks is chosen when a play is kept).

@@ -241,7 +241,7 @@ bool WordGraph::FromBytes(std::string_view bytes) {
   for (uint64_t id = 0; id < nodeCount; ++id) {
     const Node& n = nodes[id];
     if ((n.children | n.ends) >> 26) return false;
-    const uint32_t count = uint32_t(__builtin_popcount(n.children));
+    const uint32_t count = BitsSet(n.children);
     if (uint64_t(n.first) + count > edgeCount) return false;
     for (uint32_t k = 0; k < count; ++k)
       if (edges[n.first + k] == 0 || edges[n.first + k] >= id) return false;
