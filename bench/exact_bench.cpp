@@ -198,6 +198,9 @@ int main(int argc, char** argv) {
     total.positions += t.positions;
   }
 
+  for (int b = 0; b < 3; ++b)
+    std::printf("  %d blank(s): steps all %lld best %lld\n", b, (long long)byBlanks[b].allSteps,
+                (long long)byBlanks[b].bestSteps);
   std::printf("steps of the walk: all plays %lld, best only %lld; anchors %lld, %lld of them skipped\n",
               (long long)(byBlanks[0].allSteps + byBlanks[1].allSteps + byBlanks[2].allSteps),
               (long long)(byBlanks[0].bestSteps + byBlanks[1].bestSteps + byBlanks[2].bestSteps),

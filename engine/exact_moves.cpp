@@ -68,7 +68,17 @@ std::string ExactPlay::Shown() const {
   return text;
 }
 
-bool PlayBefore(const ExactPlay& a, const ExactPlay& b) {
+namespace {
+
+uint64_t KeyOf(const ExactPlay& p) {
+  uint64_t key = uint64_t(0x7FFF - std::clamp<int>(p.points, -1, 0x7FFE)) << 48;
+  key |= uint64_t(p.blanks & 3) << 46;
+  key |= uint64_t(p.tiles & 7) << 43;
+  for (int i = 0; i < 8; ++i) key |= uint64_t(i < p.length ? p.letters[i] - 'A' + 1 : 0) << (38 - 5 * i);
+  return key;
+}
+
+bool SameKeyBefore(const ExactPlay& a, const ExactPlay& b) {
   if (a.points != b.points) return a.points > b.points;
   if (a.blanks != b.blanks) return a.blanks < b.blanks;
   if (a.tiles != b.tiles) return a.tiles < b.tiles;
@@ -83,11 +93,21 @@ bool PlayBefore(const ExactPlay& a, const ExactPlay& b) {
   return (a.blank & differ & (~differ + 1u)) != 0;
 }
 
+}  // namespace
+
+bool PlayBefore(const ExactPlay& a, const ExactPlay& b) {
+  const uint64_t ka = a.key ? a.key : KeyOf(a), kb = b.key ? b.key : KeyOf(b);
+  if (ka != kb) return ka < kb;
+  return SameKeyBefore(a, b);
+}
+
 ExactMoves::ExactMoves(const WordGraph& graph) : graph_(graph) {}
 
 const std::vector<ExactPlay>& ExactMoves::All(const char* squares, bool firstPlay, std::string_view rack) {
   Run(squares, firstPlay, rack, Mode::All);
-  std::sort(plays_.begin(), plays_.end(), PlayBefore);
+  std::sort(plays_.begin(), plays_.end(), [](const ExactPlay& a, const ExactPlay& b) {
+    return a.key != b.key ? a.key < b.key : SameKeyBefore(a, b);
+  });
   return plays_;
 }
 
@@ -513,6 +533,7 @@ void ExactMoves::Record(int end, int mainSum, int wordFactor, int crossTotal, in
       p.blank |= uint16_t(1u << fresh[i]);
       ++p.blanks;
     }
+    p.key = KeyOf(p);
     return p;
   };
 
@@ -558,24 +579,21 @@ void ExactMoves::Record(int end, int mainSum, int wordFactor, int crossTotal, in
     }
     return true;
   };
-  ExactPlay kept[1 + 7 + 21];
+  int keptPoints[1 + 7 + 21];
   int keptCount = 0;
-  const auto offer = [&](uint32_t mask) {
-    if (__builtin_popcount(mask) < shortBy || !covers(mask)) return;
-    int points = allReal;
-    for (int i = 0; i < count; ++i)
-      if ((mask >> i) & 1u) points -= delta[i];
+  const auto offer = [&](uint32_t mask, int blanks, int points) {
+    if (blanks < shortBy || !covers(mask)) return;
     for (int k = 0; k < keptCount; ++k)
-      if (kept[k].points == points) return;  // the fewer blanks, then the blanks first, came first
-    kept[keptCount++] = make(mask, points);
+      if (keptPoints[k] == points) return;  // the fewer blanks, then the blanks first, came first
+    keptPoints[keptCount++] = points;
+    plays_.push_back(make(mask, points));
   };
-  offer(0);
+  offer(0, 0, allReal);
   if (rackBlanks_ >= 1)
-    for (int i = 0; i < count; ++i) offer(1u << i);
+    for (int i = 0; i < count; ++i) offer(1u << i, 1, allReal - delta[i]);
   if (rackBlanks_ >= 2)
     for (int i = 0; i < count; ++i)
-      for (int j = i + 1; j < count; ++j) offer((1u << i) | (1u << j));
-  for (int k = 0; k < keptCount; ++k) plays_.push_back(kept[k]);
+      for (int j = i + 1; j < count; ++j) offer((1u << i) | (1u << j), 2, allReal - delta[i] - delta[j]);
 }
 
 }  // namespace ostrane

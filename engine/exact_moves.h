@@ -52,6 +52,10 @@ struct ExactPlay {
   uint16_t laid = 0;   // bit i: letter i of the main word is a tile laid now
   uint16_t blank = 0;  // bit i: letter i is a blank laid now
   char letters[15] = {};  // the main word, upper case
+  // The order below as one number as far as it goes: the points, the blanks,
+  // the tiles and the first eight letters. Plays of equal keys are ordered by
+  // the rest.
+  uint64_t key = 0;
 
   std::string Word() const { return std::string(letters, length); }
   // "H8" across, "8H" down.
