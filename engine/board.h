@@ -137,6 +137,12 @@ class ClsPlateau {
     intDerniereLig_ = memory.row;
     blnDernier_ = memory.set;
   }
+  // A search that would keep more findings than the tables hold (100000 in a
+  // search, or in the directions of one turn) ends the program there, as an
+  // index error. With SetStopAtLimit(true) it stops instead, keeping what it
+  // found, and LimitReached() says so until the next search.
+  void SetStopAtLimit(bool stop) { stopAtLimit_ = stop; }
+  bool LimitReached() const { return limitReached_; }
   // Where the search lets the front end breathe (and may ask for a stop):
   // at each candidate word, at each scoring, at each word of a first play,
   // and before, between and after the two copies of SubPlat.
@@ -233,6 +239,16 @@ class ClsPlateau {
 
   YieldHook yield_;
   std::unique_ptr<MoveSearch> search_;
+  bool stopAtLimit_ = false;
+  bool limitReached_ = false;
+  // True when the finding to keep would pass a limit and the search is to
+  // stop there instead of ending the program.
+  bool AtLimit(bool pastLimit) {
+    if (!pastLimit || !stopAtLimit_) return false;
+    limitReached_ = true;
+    blnArret_ = -1;
+    return true;
+  }
 };
 
 }  // namespace ostrane

@@ -55,6 +55,7 @@ int32_t ClsPlateau::TrouveSolution(std::string& lettres) {
   blnResultat_ = 0;
   blnEnCours_ = -1;
   blnArret_ = 0;
+  limitReached_ = false;
 
   int32_t count;
   if (blnPremier_) {

@@ -37,12 +37,14 @@ ClsWord ClsPlateau::WordOf(const FlatPlay& flat) const {
 }
 
 void ClsPlateau::StoreSolution(const ClsWord& word, int orientation) {
+  if (AtLimit(lngProchain_ > kSolutionsBound || context_.LngSens + 1 > EngineContext::kTabSensBound)) return;
   if (lngProchain_ > kSolutionsBound) FatalIndex("TabSolutions", lngProchain_);
   KeepPlay(word, plays_.emplace_back());
   StoreFound(int32_t(plays_.size()) - 1, orientation);
 }
 
 void ClsPlateau::StoreFound(int32_t play, int orientation) {
+  if (AtLimit(lngProchain_ > kSolutionsBound || context_.LngSens + 1 > EngineContext::kTabSensBound)) return;
   if (lngProchain_ > kSolutionsBound) FatalIndex("TabSolutions", lngProchain_);
   found_.push_back(play);
   int32_t& count = context_.LngSens;

@@ -1,8 +1,5 @@
 #include "records/game_journal.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <charconv>
@@ -13,6 +10,7 @@
 
 #include "lexicon/tables.h"
 #include "records/program.h"
+#include "records/text_files.h"
 
 namespace ostrane {
 namespace {
@@ -303,46 +301,9 @@ std::optional<SavedGame> ParseSavedGame(std::string_view text) {
 
 // ------------------------------------------------------------------ the file
 
-std::filesystem::path GameJournal::TemporaryFile() const {
-  std::filesystem::path temporary = file_;
-  temporary += ".tmp";
-  return temporary;
-}
+std::filesystem::path GameJournal::TemporaryFile() const { return TemporaryFileOf(file_); }
 
-bool GameJournal::Save(const SavedGame& game) {
-  const std::string text = FormatSavedGame(game);
-  const std::filesystem::path temporary = TemporaryFile();
-  const int fd = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
-  if (fd < 0) return false;
-  bool written = true;
-  for (size_t done = 0; done < text.size() && written;) {
-    const ssize_t n = ::write(fd, text.data() + done, text.size() - done);
-    if (n < 0 && errno == EINTR) continue;
-    if (n <= 0)
-      written = false;
-    else
-      done += size_t(n);
-  }
-  // On the disk before it takes the journal's place, so that a power cut
-  // finds the old journal or the new one whole.
-  if (written && ::fsync(fd) != 0) written = false;
-  if (::close(fd) != 0) written = false;
-  std::error_code error;
-  if (written) std::filesystem::rename(temporary, file_, error);
-  if (!written || error) {
-    ::unlink(temporary.c_str());
-    return false;
-  }
-  // The rename itself, on the disk.
-  const std::filesystem::path folder =
-      file_.has_parent_path() ? file_.parent_path() : std::filesystem::path(".");
-  const int dir = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (dir >= 0) {
-    ::fsync(dir);
-    ::close(dir);
-  }
-  return true;
-}
+bool GameJournal::Save(const SavedGame& game) { return WriteWholeFile(file_, FormatSavedGame(game)) == 0; }
 
 std::optional<SavedGame> GameJournal::Load() {
   std::error_code error;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "records/program.h"
+#include "records/text_files.h"
 
 namespace ostrane {
 namespace {
@@ -112,10 +113,8 @@ bool ReadOptions(const std::filesystem::path& file, Options& options) {
 }
 
 bool WriteOptions(const std::filesystem::path& file, const Options& options) {
-  std::ofstream out(file, std::ios::binary | std::ios::trunc);
-  if (!out) return false;
-  out << FormatOptions(options);
-  return bool(out.flush());
+  // The nine lines whole, or the file as it was: never an empty file.
+  return WriteWholeFile(file, FormatOptions(options)) == 0;
 }
 
 bool SaveOptions(const Program& program) { return WriteOptions(program.OptionsFile(), program.options); }

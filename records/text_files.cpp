@@ -1,5 +1,8 @@
 #include "records/text_files.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cerrno>
 #include <cstdio>
 #include <memory>
@@ -44,6 +47,43 @@ int FileErrorNumber(int errnoValue) {
     case ENFILE: return kErrTooManyFiles;
     default: return kErrDeviceIo;
   }
+}
+
+std::filesystem::path TemporaryFileOf(const std::filesystem::path& file) {
+  std::filesystem::path temporary = file;
+  temporary += ".tmp";
+  return temporary;
+}
+
+int WriteWholeFile(const std::filesystem::path& file, std::string_view bytes) {
+  const std::filesystem::path temporary = TemporaryFileOf(file);
+  const int fd = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+  if (fd < 0) return errno;
+  int failure = 0;
+  for (size_t done = 0; done < bytes.size() && !failure;) {
+    const ssize_t n = ::write(fd, bytes.data() + done, bytes.size() - done);
+    if (n < 0 && errno == EINTR) continue;
+    if (n <= 0)
+      failure = n < 0 ? errno : EIO;
+    else
+      done += size_t(n);
+  }
+  // On the disk before it takes the file's place.
+  if (!failure && ::fsync(fd) != 0) failure = errno;
+  if (::close(fd) != 0 && !failure) failure = errno;
+  if (!failure && ::rename(temporary.c_str(), file.c_str()) != 0) failure = errno;
+  if (failure) {
+    ::unlink(temporary.c_str());
+    return failure;
+  }
+  // The rename itself, on the disk.
+  const std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
+  const int dir = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (dir >= 0) {
+    ::fsync(dir);
+    ::close(dir);
+  }
+  return 0;
 }
 
 namespace {
@@ -93,7 +133,10 @@ class Disk final : public TextFiles {
     return Write(file, bytes, "ab");
   }
   FileError Replace(const std::filesystem::path& file, const std::string& bytes) override {
-    return Write(file, bytes, "wb");
+    errno = 0;
+    if (::access(file.c_str(), F_OK) == 0 && ::access(file.c_str(), W_OK) != 0) return OpenFailure(file, errno);
+    if (const int failure = WriteWholeFile(file, bytes)) return OpenFailure(file, failure);
+    return {};
   }
   FileError Remove(const std::filesystem::path& file) override {
     errno = 0;

@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 namespace ostrane {
 
@@ -37,6 +38,15 @@ std::string RunTimeErrorText(int number);
 // or a read-only file or folder 75, a full disk 61, anything else 57.
 int FileErrorNumber(int errnoValue);
 
+// Writes `bytes` whole into a temporary file of the same folder (the file's
+// name and ".tmp"), flushed to the disk, which then takes the file's place
+// in one rename, itself flushed: a reader, a kill or a power cut finds the
+// old file or the new one whole, never half of one. Returns 0, or the C
+// library's error code (the file that was there stays as it was).
+int WriteWholeFile(const std::filesystem::path& file, std::string_view bytes);
+// The temporary file WriteWholeFile uses for `file`.
+std::filesystem::path TemporaryFileOf(const std::filesystem::path& file);
+
 class TextFiles {
  public:
   virtual ~TextFiles() = default;
@@ -44,7 +54,9 @@ class TextFiles {
   virtual FileError Read(const std::filesystem::path& file, std::string& bytes) = 0;
   // Adds the bytes at the end, creating the file when there is none.
   virtual FileError Append(const std::filesystem::path& file, const std::string& bytes) = 0;
-  // Replaces the whole file by the bytes, creating it when there is none.
+  // Replaces the whole file by the bytes, creating it when there is none: on
+  // the disk through WriteWholeFile. A file that is there but may not be
+  // written is not replaced (no access, as a direct write would find).
   virtual FileError Replace(const std::filesystem::path& file, const std::string& bytes) = 0;
   virtual FileError Remove(const std::filesystem::path& file) = 0;
 };
