@@ -250,7 +250,9 @@ bool LayWord(FrmPlateau& form, TileDrag& drag, const ClsWord& word,
     for (int k = 0; k < 7 && chosen < 0; ++k) {
       const Tile& tile = form.PicGamer[size_t(k)];
       if (used[size_t(k)] || !tile.visible || !tile.enabled || form.TileAcrossPlateau(k)) continue;
-      if (blank ? tile.Tag == "?" : tile.Tag == std::string(1, letter)) chosen = k;
+      // A blank is "?" on the rack, or still shows the letter it last stood for.
+      const bool isBlank = tile.Tag == "?" || tile.Tag == "Nul" || (tile.Tag.size() == 1 && tile.Tag[0] >= 'A' && tile.Tag[0] <= 'Z');
+      if (blank ? isBlank : tile.Tag == std::string(1, letter)) chosen = k;
     }
     if (chosen < 0) return false;
     used[size_t(chosen)] = true;

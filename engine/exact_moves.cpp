@@ -1,6 +1,7 @@
 #include "engine/exact_moves.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 
 #include "engine/board.h"
@@ -99,6 +100,49 @@ bool PlayBefore(const ExactPlay& a, const ExactPlay& b) {
   const uint64_t ka = a.key ? a.key : KeyOf(a), kb = b.key ? b.key : KeyOf(b);
   if (ka != kb) return ka < kb;
   return SameKeyBefore(a, b);
+}
+
+int TruePoints(const char* squares, const ClsWord& play) {
+  const std::string& place = play.Place;
+  if (place.size() < 2 || place.size() > 3 || play.Express.empty()) return -1;
+  const bool down = place[0] >= '0' && place[0] <= '9';
+  const char rowLetter = down ? place.back() : place[0];
+  const int number = std::atoi(place.c_str() + (down ? 0 : 1));
+  const int row = rowLetter - 'A', column = number - 1;
+  const int n = int(play.Express.size());
+  if (row < 0 || row >= kSize || column < 0 || column >= kSize) return -1;
+  if ((down ? row : column) + n > kSize) return -1;
+  const int dx = down ? 0 : 1, dy = down ? 1 : 0;
+  const auto at = [squares](int x, int y) {
+    return x < 0 || x >= kSize || y < 0 || y >= kSize ? char(0) : squares[y * kSize + x];
+  };
+  const auto value = [](char c) { return c >= 'a' && c <= 'z' ? Value(c - 'a') : 0; };
+  int sum = 0, factor = 1, cross = 0, tiles = 0;
+  for (int i = 0; i < n; ++i) {
+    const int x = column + dx * i, y = row + dy * i;
+    if (const char board = at(x, y)) {
+      sum += value(board);
+      continue;
+    }
+    const char letter = play.Express[size_t(i)];
+    const Premium p = kPremium[size_t(y * kSize + x)];
+    const int v = value(letter) * p.letter;
+    ++tiles;
+    sum += v;
+    factor *= p.word;
+    // The word across the new tile, when it makes one.
+    int before = 0, after = 0, crossSum = 0;
+    while (const char c = at(x - dy * (before + 1), y - dx * (before + 1))) {
+      crossSum += value(c);
+      ++before;
+    }
+    while (const char c = at(x + dy * (after + 1), y + dx * (after + 1))) {
+      crossSum += value(c);
+      ++after;
+    }
+    if (before + after > 0) cross += (crossSum + v) * p.word;
+  }
+  return sum * factor + cross + (tiles == 7 ? kBonus : 0);
 }
 
 ExactMoves::ExactMoves(const WordGraph& graph) : graph_(graph) {}

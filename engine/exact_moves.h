@@ -75,6 +75,11 @@ struct ExactPlay {
 // The order of plays, best first (see above); a strict weak order.
 bool PlayBefore(const ExactPlay& a, const ExactPlay& b);
 
+// The points of a play (Express along Place, a blank in upper case, the
+// board's tiles as they stand) laid on `squares` as the validation counts
+// them; -1 when it does not lie on the board.
+int TruePoints(const char* squares, const ClsWord& play);
+
 class ExactMoves {
  public:
   explicit ExactMoves(const WordGraph& graph);

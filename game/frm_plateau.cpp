@@ -296,6 +296,8 @@ void FrmPlateau::CmdNew_Click() {
   for (Tile& tile : PicGamer) tile.Tag = "";
   for (Chevalet& place : TabChevalet) place = Chevalet{"", -1};
   LblPtsJoueur.text = "0";
+  TopsTotal = 0;
+  TurnTop = -1;
   ObjPlateau = std::make_unique<ClsPlateau>(program_.lexicon, program_.engine);
   DrawGrille();
   LblLetReste.visible = true;
@@ -405,7 +407,18 @@ void FrmPlateau::CmdSolution_Click() {
   ObjPlateau->SetYield(
       YieldHook{[](void* events) { static_cast<EventPump*>(events)->DoEvents(); }, &program_.host.events});
   ObjPlateau->SetMessageBoxes(&program_.host.boxes);
+  // With the exact analysis, a search too rich for its tables stops, and the
+  // turn's top is known.
+  ObjPlateau->SetStopAtLimit(bool(ExactBest));
+  const std::string exactRack = rack;
   LngNbSolutions = ObjPlateau->TrouveSolution(rack);
+  std::optional<ClsWord> exact;
+  bool exactDown = false;
+  if (ExactBest) {
+    exact = ExactBest(exactRack, exactDown);
+    TurnTop = exact ? exact->CountP : 0;
+  }
+  const bool tooMany = ExactBest && ObjPlateau->LimitReached() && exact;
 
   FrmBoiteD boite(program_);
   // The box's load gives the main form back and resets the status panel.
@@ -421,7 +434,14 @@ void FrmPlateau::CmdSolution_Click() {
     for (size_t i = 0; i < boite.Lbl.size(); ++i) boite.Lbl[i].visible = true;
     boite.Fra.visible = true;
     boite.LblMsg.visible = false;
-    std::optional<ClsWord> w = ObjPlateau->SubSortie(5);
+    std::optional<ClsWord> w;
+    if (exact && (tooMany || program_.settings.proposeExact)) {
+      // The exact top, proposed as the designed best play is.
+      w = exact;
+      program_.engine.BytSens = exactDown ? 1 : 0;
+    } else {
+      w = ObjPlateau->SubSortie(5);
+    }
     if (!w)
       Fatal("Erreur d'exécution 91" + kCrLfText + "Variable objet non définie (CmdSolution_Click).      ");
     const std::string direction = program_.engine.BytSens == 0 ? " Horizontal" : " Vertical";
@@ -458,6 +478,7 @@ void FrmPlateau::CmdSolution_Click() {
     summary += direction;
     ImgXYPicture = program_.engine.BytSens != 0 ? Arrow::ImgClassicVer : Arrow::ImgClassicHor;
     summary += kCrLfText + "Nombre de points: " + std::to_string(w->CountP);
+    if (tooMany) summary = std::string(texts::kTropDeSolutions) + kCrLfText + summary;
     boite.Lbl[5].text = std::to_string(w->CountP);
     Proposition = std::move(w);
   } else {
@@ -698,6 +719,8 @@ void FrmPlateau::CmdValider_Click() {
   for (Tile& tile : PicGamer) tile.enabled = false;
   if (ObjPlateau->SubWordFirst()) ObjPlateau->SubWordFirst(false);
   LblPtsJoueur.text = std::to_string(LeadingNumber(LblPtsJoueur.text) + w.CountP);
+  if (TurnTop >= 0) TopsTotal += TurnTop;
+  TurnTop = -1;
   SubAjoutHisto(w);
   ObjPlateau->SubCaserWord(w);
   DrawGrille();
@@ -995,6 +1018,7 @@ SavedGame FrmPlateau::Snapshot() const {
     game.Chevalet += PicGamer[size_t(place.IntJeton)].Tag;
   }
   game.randomState = program_.engine.Random.State();
+  game.TopsTotal = TopsTotal;
   return game;
 }
 
@@ -1005,6 +1029,7 @@ void FrmPlateau::TakeUp(SavedGame game) {
 
 void FrmPlateau::SaveJournal() {
   if (journal) journal->Save(Snapshot());
+  if (onTurnBoundary) onTurnBoundary();
 }
 
 void FrmPlateau::RemoveJournal() {
@@ -1051,6 +1076,8 @@ void FrmPlateau::ResumeGame() {
   for (Tile& tile : PicGamer) tile.Tag = "";
   for (Chevalet& place : TabChevalet) place = Chevalet{"", int16_t(IntNbCoups == 0 ? -1 : 0)};
   LblPtsJoueur.text = game.LblPtsJoueur;
+  TopsTotal = game.TopsTotal;
+  TurnTop = -1;
   if (!game.TxtHisto.empty()) {
     // The last play's word, as the history step shows it.
     const std::string& line = game.TxtHisto.back();

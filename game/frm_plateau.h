@@ -263,6 +263,21 @@ class FrmPlateau {
   // game goes on as after a validation.
   void TakeUp(SavedGame game);
 
+  // ------------------------------------------- the exact analysis beside it
+  // Set by whoever offers the exact analysis: the best play of a rack (as
+  // CmdSolution_Click builds it) on this form's board, with `down` set for a
+  // play down; nothing when the rack has none. Unset, the form is the
+  // designed one. Set, the search of a turn is scored against it: its
+  // points are the turn's top, and a search that would pass the designed
+  // search's limits stops and proposes it instead of ending the program.
+  std::function<std::optional<ClsWord>(const std::string& rack, bool& down)> ExactBest;
+  // The top of the turn under way (-1 before its search, or without the
+  // exact analysis), and what the tops of the turns played add up to.
+  int TurnTop = -1;
+  int32_t TopsTotal = 0;
+  // Told at each turn boundary, after the journal was kept.
+  std::function<void()> onTurnBoundary;
+
   // Called after every change that a timer made, and at the points where a
   // command shows or hides PicWait or disables or enables the form, so that
   // the window follows before long work starts.

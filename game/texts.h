@@ -11,5 +11,7 @@ inline constexpr const char* kNouvelle = "Nouvelle partie";
 inline constexpr const char* kNouvelleTip = "Commencer une partie de tablinor";
 inline constexpr const char* kPasDeSolution = "Pas de solution possible.";
 inline constexpr const char* kEntrezUnMot = "Entrez un mot dans la zone de texte.";
+// Said when the designed search would have kept more findings than it can.
+inline constexpr const char* kTropDeSolutions = "Plus de 100 000 solutions : le meilleur coup exact est proposé.";
 
 }  // namespace ostrane::texts

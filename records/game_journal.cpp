@@ -122,6 +122,14 @@ class Fields {
     value = got.substr(key.size() + 1);
     return true;
   }
+  // The value of the next line when it begins with `key` and "="; otherwise
+  // the line stays to be read.
+  bool Optional(std::string_view key, std::string_view& value) {
+    const size_t at = at_;
+    if (Value(key, value)) return true;
+    at_ = at;
+    return false;
+  }
   bool AtEnd() const { return at_ == text_.size(); }
 
  private:
@@ -229,6 +237,7 @@ std::string FormatSavedGame(const SavedGame& game) {
   line("Chevalet", game.Chevalet);
   line("Moteur", std::to_string(game.ownRowColumn) + " " + std::to_string(game.ownRowRow) + " " +
                      std::to_string(game.ownRowSet) + " " + std::to_string(game.randomState));
+  if (game.TopsTotal != 0) line("Tops", std::to_string(game.TopsTotal));
   text += "Fin\r\n";
   return text;
 }
@@ -294,6 +303,7 @@ std::optional<SavedGame> ParseSavedGame(std::string_view text) {
         !ReadUnsigned64(engine[3], game.randomState))
       return std::nullopt;
   }
+  if (fields.Optional("Tops", value) && !ReadInt(value, 1, 1000000, game.TopsTotal)) return std::nullopt;
   if (!fields.Line("Fin") || !fields.AtEnd()) return std::nullopt;
   if (!Consistent(game)) return std::nullopt;
   return game;

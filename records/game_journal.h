@@ -26,6 +26,7 @@
 //   Duree=0:03:12                 LblDuree
 //   Chevalet=abe?rst              the rack's Tags in place order, when the draw is done
 //   Moteur=3 7 -1 1234567         the search's own-row memory (column, row, set) and the random state
+//   Tops=412                      the exact tops of the turns played, added up (only when not 0)
 //   Fin
 //
 // It is written whole into a temporary file of the same folder, which then
@@ -72,6 +73,7 @@ struct SavedGame {
   // row, and -1 while it holds (0 when it does not).
   int16_t ownRowColumn = 0, ownRowRow = 0, ownRowSet = 0;
   uint64_t randomState = 0;  // the program's random generator
+  int32_t TopsTotal = 0;     // the exact tops of the turns played, added up (a line of its own, when not 0)
 
   bool operator==(const SavedGame&) const = default;
 };

@@ -12,6 +12,7 @@
 #include "lexicon/messages.h"
 #include "records/host.h"
 #include "records/options.h"
+#include "records/settings.h"
 
 namespace ostrane {
 
@@ -31,6 +32,8 @@ struct Program {
 
   // Options ("Option.ret") and the game's name.
   Options options;
+  // The program's own settings ("ostrane.ini"), for what it adds to the game.
+  Settings settings;
   std::string NomPartie;
   int16_t NumPartie = 0;
 
@@ -70,6 +73,7 @@ struct Program {
   std::filesystem::path OptionsFile() const { return CheminApp / kOptionsFileName; }
   std::filesystem::path BestScoresFile() const { return CheminApp / "bestsco.ret"; }
   std::filesystem::path JournalFile() const { return CheminApp / "partie.ret"; }  // the game in progress
+  std::filesystem::path SettingsFile() const { return CheminApp / kSettingsFileName; }
 };
 
 }  // namespace ostrane

@@ -262,7 +262,10 @@ TEST(ExactMoves, TheBestPlayHeadsTheWholeListAndTheDesignedSearchFindsNothingMor
               all.front().Word() + all.front().Place() + std::to_string(all.front().points));
     for (size_t i = 1; i < all.size(); ++i) ASSERT_FALSE(PlayBefore(all[i], all[i - 1])) << "ranked out of order";
     std::set<Found> exact;
-    for (const ExactPlay& p : all) exact.insert({p.Word(), p.Place(), p.points});
+    for (const ExactPlay& p : all) {
+      exact.insert({p.Word(), p.Place(), p.points});
+      ASSERT_EQ(TruePoints(turn.board.data(), p.ToWord(turn.board.data())), p.points) << p.Word() << " " << p.Place();
+    }
     // Each finding of the designed search, scored truly, is in the list.
     for (int32_t i = 1; i <= board.SolutionCount(); ++i) {
       const ClsWord& w = board.TabSolutions(i);
@@ -279,6 +282,7 @@ TEST(ExactMoves, TheBestPlayHeadsTheWholeListAndTheDesignedSearchFindsNothingMor
     }
     if (const auto proposal = board.SubSortie(5)) {
       const Verdict verdict = Judge(RealLexicon(), turn.board, *proposal, turn.rack, turn.firstPlay);
+      EXPECT_EQ(TruePoints(turn.board.data(), *proposal), verdict.truePoints) << proposal->Express;
       designedBelow += verdict.truePoints < best->points;
     }
   });

@@ -113,6 +113,7 @@ SavedGame Generated(std::mt19937_64& random) {
   game.ownRowRow = int16_t(below(15));
   game.ownRowSet = int16_t(-below(2));
   game.randomState = random();
+  game.TopsTotal = below(3) == 0 ? 0 : int32_t(below(3000)) + 1;  // the exact tops, when they were kept
   return game;
 }
 
@@ -137,6 +138,12 @@ TEST_F(Journal, AGameIsWrittenAsOneFieldALine) {
   ASSERT_EQ(ParseSavedGame(FormatSavedGame(game)), game);
   game.SubWordFirst = false;
   EXPECT_FALSE(ParseSavedGame(FormatSavedGame(game)).has_value());
+  // The exact tops of the turns played, on a line of their own before the end.
+  SavedGame tops = TwoPlays();
+  tops.TopsTotal = 37;
+  const std::string text = FormatSavedGame(tops);
+  EXPECT_EQ(text.substr(text.size() - 14), "Tops=37\r\nFin\r\n");
+  EXPECT_EQ(ParseSavedGame(text), tops);
 }
 
 TEST_F(Journal, GeneratedGamesComeBackAsTheyWent) {
