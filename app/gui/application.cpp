@@ -6,9 +6,11 @@
 #include <QScreen>
 #include <QTimer>
 
+#include "app/gui/additions.h"
 #include "app/gui/main_window.h"
 #include "app/gui/startup_windows.h"
 #include "data/resources.h"
+#include "game/analysis.h"
 #include "game/frm_plateau.h"
 #include "records/game_name.h"
 #include "records/screen_check.h"
@@ -31,6 +33,7 @@ Application::Application(Host& host, Settings settings)
 }
 
 Application::~Application() {
+  if (graphBuilder_.joinable()) graphBuilder_.join();
   ClosePlateau();
   ClosePartie();
   CloseScreenCheck();
@@ -54,6 +57,8 @@ bool Application::Start(bool anotherInstanceRunning) {
   start_->changed = [window] { window->Refresh(); };
   const std::filesystem::path directory = settings_.startDirectory.toStdString();
   const bool running = start_->Form_Load(directory, anotherInstanceRunning);
+  // The program's own settings, beside "Option.ret".
+  ReadSettings(program_.SettingsFile(), program_.settings);
   if (running) window->Refresh();
   emit stepOpened();
   return running;
@@ -61,6 +66,8 @@ bool Application::Start(bool anotherInstanceRunning) {
 
 void Application::LoadScreenCheck() {
   CloseStart();
+  // The lexicon is loaded: its word graph is made meanwhile, on the side.
+  if (!graphBuilder_.joinable()) graphBuilder_ = std::thread([this] { lexicon_.Graph(); });
   FrmEcranResol::Links links;
   links.screenHeight = settings_.screenHeight
                            ? settings_.screenHeight
@@ -100,6 +107,7 @@ void Application::LoadPlateau() {
   ClosePartie();
   plateau_ = std::make_unique<FrmPlateau>(program_, forms_);
   plateau_->journal = journal_.get();
+  OfferExactAnalysis(*plateau_, lexicon_.Graph());
   if (takeUp_) {
     plateau_->TakeUp(std::move(*takeUp_));
     takeUp_.reset();
@@ -115,6 +123,7 @@ void Application::LoadPlateau() {
   }
   mainWindow_ = std::make_unique<MainWindow>(*plateau_);
   forms_.SetMainWindow(mainWindow_.get());
+  additions_ = new Additions(*mainWindow_, program_, forms_, lexicon_);
   mainWindow_->unload = [this](FrmPlateau::Unload next) {
     if (next == FrmPlateau::Unload::EndProgram) End();
     if (next == FrmPlateau::Unload::ToPartie) Post(&Application::LoadPartie);
@@ -163,6 +172,7 @@ void Application::ClosePartie() {
 }
 
 void Application::ClosePlateau() {
+  additions_ = nullptr;
   forms_.SetMainWindow(nullptr);
   mainWindow_.reset();
   plateau_.reset();

@@ -11,6 +11,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <thread>
 
 #include "app/gui/qt_forms.h"
 #include "lexicon/lexicon.h"
@@ -30,6 +31,7 @@ class StartupWindow;
 class ScreenCheckWindow;
 class GameNameWindow;
 class MainWindow;
+class Additions;
 
 class Application : public QObject {
   Q_OBJECT
@@ -61,6 +63,8 @@ class Application : public QObject {
   ScreenCheckWindow* ScreenCheck() const { return screenWindow_.get(); }
   GameNameWindow* GameName() const { return partieWindow_.get(); }
   MainWindow* Main() const { return mainWindow_.get(); }
+  // The commands added to the main window (null while it is not open).
+  Additions* Added() const { return additions_; }
   FrmPlateau* Plateau() const { return plateau_.get(); }
   FrmPartie* Partie() const { return partie_.get(); }
   // The journal of the game in progress, once the start-up is done.
@@ -101,6 +105,10 @@ class Application : public QObject {
   std::unique_ptr<MainWindow> mainWindow_;
   std::unique_ptr<GameJournal> journal_;
   std::optional<SavedGame> takeUp_;  // the kept game the next main form takes up
+  Additions* additions_ = nullptr;   // owned by the main window
+  // The word graph of the exact analysis, made beside the start-up's road
+  // once the lexicon is loaded.
+  std::thread graphBuilder_;
 };
 
 }  // namespace ostrane::gui

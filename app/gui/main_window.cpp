@@ -266,9 +266,26 @@ void BoardWidget::Refresh() {
   if (dirty) update();
 }
 
+void BoardWidget::SetGhost(std::vector<Ghost> ghost) {
+  ghost_ = std::move(ghost);
+  update();
+}
+
 void BoardWidget::paintEvent(QPaintEvent*) {
   QPainter p(this);
   p.drawImage(0, 0, plateau1_);
+  // A play shown from the analysis: pale faces and a dashed outline.
+  for (const Ghost& g : ghost_) {
+    const TileFace face{g.blank ? TileFace::Picture::ImgJok : TileFace::Picture::ImgLet, g.letter - 'A',
+                        g.blank ? TileFace::Tint::DarkRed : TileFace::Tint::None};
+    const QRect square(layout::SquareX(g.column), layout::SquareY(g.row), kTileWidth, kTileHeight);
+    p.setOpacity(0.6);
+    p.drawImage(square.topLeft(), view::FaceImage(face));
+    p.setOpacity(1.0);
+    p.setPen(QPen(QColor(0, 54, 184), 2, Qt::DashLine));
+    p.setBrush(Qt::NoBrush);
+    p.drawRect(square.adjusted(1, 1, -1, -1));
+  }
   // The guide lines through the first square of the proposed play.
   p.setPen(QPen(QColor(220, 0, 0, 200), 2, Qt::DashLine));
   for (const Line* line : {&linVx_, &linVy_})

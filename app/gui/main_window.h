@@ -12,6 +12,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "app/gui/bind.h"
 #include "board_view/drag_rules.h"
@@ -42,6 +43,16 @@ class BoardWidget : public QWidget {
   const QImage& Picture() const { return plateau1_; }
   QLabel* ImgXY() const { return imgXY_; }
 
+  // A play shown over the board without being laid: its new tiles drawn
+  // pale on their squares (a blank with its letter in dark red).
+  struct Ghost {
+    int column = 0, row = 0;
+    char letter = 'A';
+    bool blank = false;
+  };
+  void SetGhost(std::vector<Ghost> ghost);
+  const std::vector<Ghost>& GhostShown() const { return ghost_; }
+
  protected:
   void paintEvent(QPaintEvent* event) override;
 
@@ -54,6 +65,7 @@ class BoardWidget : public QWidget {
   QLabel* imgXY_;
   FrmPlateau::Arrow arrow_ = FrmPlateau::Arrow::ImgClassicHor;
   Line linVx_, linVy_;
+  std::vector<Ghost> ghost_;
 };
 
 // One of the seven tiles PicGamer(i). Presses, moves and releases go to the

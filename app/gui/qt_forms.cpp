@@ -29,6 +29,13 @@ void QtForms::Show(FrmJetons& form) {
 }
 
 void QtForms::Show(FrmJoc& form) {
+  if (!presetBlanks.empty()) {
+    // The letter is known: given as typed, the box done at once.
+    form.TxtJok_Change(std::string(1, presetBlanks.front()));
+    presetBlanks.pop_front();
+    form.TimQuit_Timer();
+    return;
+  }
   JocDialog dialog(form, main_);
   Run(dialog, form);
 }

@@ -6,6 +6,7 @@
 #include <QString>
 #include <QWidget>
 
+#include <deque>
 #include <functional>
 
 #include "game/forms.h"
@@ -33,6 +34,9 @@ class QtForms final : public Forms {
 
   // What ending the program does (the windowed program quits).
   std::function<void()> onEnd;
+  // Letters given to the next blanks dropped on the board without asking (a
+  // play laid from the analysis), first first.
+  std::deque<char> presetBlanks;
 
  private:
   Program& program_;

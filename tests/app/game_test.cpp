@@ -16,9 +16,14 @@
 #include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTextBrowser>
+#include <QMenu>
+#include <QSpinBox>
+#include <QTableWidget>
 #include <QToolButton>
 #include <QtTest>
 
+#include "app/gui/additions.h"
+#include "app/gui/analysis_window.h"
 #include "app/gui/application.h"
 #include "app/gui/dialogs.h"
 #include "app/gui/main_window.h"
@@ -259,6 +264,7 @@ class GameTest : public QObject {
   void wordBoxToolsFrameSoundHelpTilesStopAndQuit();
   void noInputWhileTheSearchRunsOrThePauseLasts();
   void aGameLeftUnfinishedIsTakenUp();
+  void theAnalysisListsShowsAndLaysThePlays();
 };
 
 void GameTest::wholeGameThroughTheWindows() {
@@ -539,6 +545,62 @@ void GameTest::aGameLeftUnfinishedIsTakenUp() {
     QVERIFY(w->Tile(k)->pos() == QPoint(layout::RackLeft(k), layout::RackTop()) &&
             s.Model().PicGamer[size_t(k)].Tag == std::string(1, kept.Chevalet[size_t(k)]));
   w->grab().save(ScreenshotPath(QStringLiteral("main_window_taken_up")));
+}
+
+void GameTest::theAnalysisListsShowsAndLaysThePlays() {
+  Session s;
+  MainWindow* w = s.Open();
+  QVERIFY(w);
+  s.app->program().StrSac = "EGILNOSTAAAABEEILN?";  // the short bag, its richest letters first
+  QTest::mouseClick(w->CmdNew(), Qt::LeftButton);  // the first draw, proposed
+  QVERIFY(s.proposals == 1);
+  s.piloting = false;
+  // F5 opens the analysis beside the main window (the "Plus" menu holds it too).
+  QVERIFY(s.app->Added() && s.app->Added()->MoreButton()->isVisible());
+  QCOMPARE(s.app->Added()->Menu()->actions().first()->text(), QStringLiteral("Analyse du tirage…"));
+  w->activateWindow();
+  QApplication::setActiveWindow(w);
+  QTest::keyClick(w, Qt::Key_F5);
+  AnalysisWindow* a = s.app->Added()->Analysis();
+  QVERIFY(a && a->isVisible());
+  QCOMPARE(a->windowTitle(), QStringLiteral("Analyse du tirage"));
+  const std::vector<ExactPlay>& plays = a->Model().Plays();
+  QVERIFY(plays.size() > 10);
+  const int top = plays.front().points;
+  QCOMPARE(a->Table()->rowCount(), std::min<int>(int(plays.size()), Analysis::kPageSize));
+  QCOMPARE(a->Table()->item(0, 4)->text(), QString::number(plays.front().points));
+  QVERIFY(a->ProposalLabel()->text().startsWith(QStringLiteral("Proposition du programme : ")));
+  a->grab().save(ScreenshotPath(QStringLiteral("analysis_list")));
+  // A filter: words holding "E" of four letters.
+  QTest::keyClicks(a->Letters(), QStringLiteral("e"));
+  a->Length()->setValue(4);
+  for (int r = 0; r < a->Table()->rowCount(); ++r)
+    QVERIFY(a->Table()->item(r, 1)->text().size() >= 4 && a->Table()->item(r, 1)->text().contains('E'));
+  a->Letters()->clear();
+  a->Length()->setValue(0);
+  // A click shows the play over the board, nothing laid.
+  const QRect second = a->Table()->visualItemRect(a->Table()->item(1, 1));
+  QTest::mouseClick(a->Table()->viewport(), Qt::LeftButton, Qt::NoModifier, second.center());
+  const ExactPlay shown = plays[1];
+  QCOMPARE(int(w->Board()->GhostShown().size()), int(shown.tiles));
+  for (int i = 0; i < 7; ++i) QVERIFY(!s.Model().TileAcrossPlateau(i));
+  w->grab().save(ScreenshotPath(QStringLiteral("analysis_ghost")));
+  // A double click lays it from the rack: the validation scores it.
+  QTest::mouseDClick(a->Table()->viewport(), Qt::LeftButton, Qt::NoModifier, second.center());
+  QVERIFY(w->Board()->GhostShown().empty());
+  QCOMPARE(w->LblPts()->text(), QString::number(shown.points));
+  QVERIFY(w->CmdValider()->isEnabled());
+  w->grab().save(ScreenshotPath(QStringLiteral("analysis_laid")));
+  s.Pilot();
+  QTest::mouseClick(w->CmdValider(), Qt::LeftButton);
+  s.piloting = false;
+  QCOMPARE(w->LblPtsJoueur()->text(), QString::number(shown.points));
+  QVERIFY(a->TopsLabel()->text().contains(QStringLiteral(" sur %1 ").arg(top)));
+  // The option, kept in the program's own settings file.
+  QTest::mouseClick(a->ProposeExact(), Qt::LeftButton, Qt::NoModifier, QPoint(8, a->ProposeExact()->height() / 2));
+  QVERIFY(s.program().settings.proposeExact);
+  QFile settings(s.dir.filePath(QStringLiteral("ostrane.ini")));
+  QVERIFY(settings.open(QIODevice::ReadOnly) && settings.readAll().contains("proposer_coup_exact=oui"));
 }
 
 int main(int argc, char** argv) {
