@@ -86,7 +86,8 @@ std::vector<int> Analysis::PageRows() const {
 }
 
 std::optional<Analysis::Standing> Analysis::Proposal() const {
-  if (!form_.Proposition) return std::nullopt;
+  // Only while its rack is on the stand: once played, the board has it.
+  if (!form_.Proposition || rack_.empty()) return std::nullopt;
   const ClsWord& proposed = *form_.Proposition;
   Standing s;
   s.word = proposed.Express;

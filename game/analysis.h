@@ -55,7 +55,8 @@ class Analysis {
 
   // Where the designed proposal of the turn stands: its true points and its
   // rank in the list (1 for the first; plays of equal points share the
-  // first rank of their points). None when nothing was proposed.
+  // first rank of their points). None when nothing was proposed, or once the
+  // rack is spent.
   struct Standing {
     std::string word;   // as the box showed it, upper case
     std::string place;  // "H8" or "8H"

@@ -1,9 +1,12 @@
 #include "app/gui/additions.h"
 
 #include <QAction>
+#include <QScreen>
 #include <QMenu>
 #include <QShortcut>
 #include <QToolButton>
+
+#include <algorithm>
 
 #include "app/gui/analysis_window.h"
 #include "app/gui/main_window.h"
@@ -57,9 +60,12 @@ void Additions::OpenAnalysis() {
   if (!analysis_) {
     analysis_ = new AnalysisWindow(window_, program_, lexicon_.Graph());
     analysis_->presetBlank = [this](char letter) { forms_.presetBlanks.push_back(letter); };
-    // Beside the main window, on its right when the screen has room.
+    // Beside the main window, on its right as far as the screen has room.
+    analysis_->adjustSize();
     const QRect frame = window_.frameGeometry();
-    analysis_->move(frame.right() + 8, frame.top());
+    const QRect screen = window_.screen()->availableGeometry();
+    const int left = std::max(screen.left(), std::min(frame.right() + 8, screen.right() - analysis_->width()));
+    analysis_->move(left, std::max(screen.top(), frame.top()));
   }
   analysis_->show();
   analysis_->Refresh();

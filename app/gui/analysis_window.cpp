@@ -50,16 +50,22 @@ AnalysisWindow::AnalysisWindow(MainWindow& main, Program& program, const WordGra
   layout->addWidget(rack_);
   proposal_ = new QLabel(this);
   proposal_->setObjectName(QStringLiteral("Proposition"));
+  proposal_->setWordWrap(true);
+  proposal_->setMinimumHeight(2 * proposal_->fontMetrics().lineSpacing() + 2);
   layout->addWidget(proposal_);
   tops_ = new QLabel(this);
   tops_->setObjectName(QStringLiteral("Tops"));
+  tops_->setWordWrap(true);
+  tops_->setMinimumHeight(2 * tops_->fontMetrics().lineSpacing() + 2);
   layout->addWidget(tops_);
 
   auto* filter = new QHBoxLayout;
-  filter->addWidget(new QLabel(QStringLiteral("Mot contenant :"), this));
+  filter->addWidget(new QLabel(QStringLiteral("Mot avec :"), this));
   letters_ = new QLineEdit(this);
   letters_->setObjectName(QStringLiteral("FiltreMot"));
   letters_->setAccessibleName(QStringLiteral("Mot contenant"));
+  letters_->setToolTip(QStringLiteral("Les coups dont le mot contient ces lettres"));
+  letters_->setMinimumWidth(70);
   letters_->setMaxLength(15);
   letters_->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[A-Za-z]*")), letters_));
   filter->addWidget(letters_, 1);
@@ -76,18 +82,24 @@ AnalysisWindow::AnalysisWindow(MainWindow& main, Program& program, const WordGra
   table_->setObjectName(QStringLiteral("Coups"));
   table_->setHorizontalHeaderLabels({QStringLiteral("Rang"), QStringLiteral("Mot"), QStringLiteral("Position"),
                                      QStringLiteral("Sens"), QStringLiteral("Points"), QStringLiteral("Jetons")});
+  table_->horizontalHeaderItem(0)->setToolTip(QStringLiteral("Le rang du coup, du meilleur au moins bon"));
+  table_->horizontalHeaderItem(5)->setToolTip(QStringLiteral("Le nombre de jetons posés"));
   table_->verticalHeader()->hide();
   table_->setSelectionBehavior(QAbstractItemView::SelectRows);
   table_->setSelectionMode(QAbstractItemView::SingleSelection);
   table_->setEditTriggers(QAbstractItemView::NoEditTriggers);
   table_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
   table_->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
-  table_->setMinimumSize(500, 360);
+  table_->setMinimumSize(340, 360);
   layout->addWidget(table_, 1);
 
   auto* pages = new QHBoxLayout;
-  previous_ = new QPushButton(QStringLiteral("◀ Précédents"), this);
-  next_ = new QPushButton(QStringLiteral("Suivants ▶"), this);
+  previous_ = new QPushButton(QStringLiteral("◀"), this);
+  previous_->setToolTip(QStringLiteral("Les coups précédents"));
+  previous_->setAccessibleName(QStringLiteral("Précédents"));
+  next_ = new QPushButton(QStringLiteral("▶"), this);
+  next_->setToolTip(QStringLiteral("Les coups suivants"));
+  next_->setAccessibleName(QStringLiteral("Suivants"));
   page_ = new QLabel(this);
   page_->setAlignment(Qt::AlignCenter);
   pages->addWidget(previous_);
@@ -172,7 +184,7 @@ void AnalysisWindow::Refresh() {
   }
   const int score = analysis_.Score(), tops = analysis_.Tops(), percent = analysis_.Percent();
   tops_->setText(percent < 0 ? QStringLiteral("Votre score : %1 points. Aucun coup joué n'est encore compté.").arg(score)
-                             : QStringLiteral("Votre score : %1 points sur %2 aux tops des coups joués (%3 %).")
+                             : QStringLiteral("Votre score : %1 points sur %2 aux tops des coups joués (%3 % du top).")
                                    .arg(score)
                                    .arg(tops)
                                    .arg(percent));
@@ -183,10 +195,10 @@ void AnalysisWindow::Fill() {
   QString shown;
   for (const char c : rack) shown += c == '?' ? QChar('?') : QChar(c - 'a' + 'A');
   rack_->setText(rack.empty() ? QStringLiteral("Aucun tirage sur le chevalet.")
-                              : QStringLiteral("Tirage : %1 — %2 coups possibles").arg(shown).arg(analysis_.Plays().size()));
+                              : QStringLiteral("Tirage : %1 (%2 coups)").arg(shown).arg(analysis_.Plays().size()));
   const std::optional<Analysis::Standing> standing = analysis_.Proposal();
   if (standing) {
-    QString text = QStringLiteral("Proposition du programme : %1 en %2, %3 points")
+    QString text = QStringLiteral("Proposé : %1 en %2, %3 points")
                        .arg(Text(standing->word), Text(standing->place))
                        .arg(standing->points);
     if (standing->claimed != standing->points) text += QStringLiteral(" (annoncés : %1)").arg(standing->claimed);
@@ -208,13 +220,15 @@ void AnalysisWindow::Fill() {
     table_->setItem(r, 0, rank);
     table_->setItem(r, 1, Cell(Text(p.Shown()) + (index == proposed ? QStringLiteral("  ◆ proposé") : QString())));
     table_->setItem(r, 2, Cell(Position(p)));
-    table_->setItem(r, 3, Cell(QString::fromStdString(Analysis::Direction(p))));
+    auto* direction = Cell(p.down ? QStringLiteral("↓") : QStringLiteral("→"), Qt::AlignCenter);
+    direction->setToolTip(QString::fromStdString(Analysis::Direction(p)));
+    table_->setItem(r, 3, direction);
     table_->setItem(r, 4, Cell(QString::number(p.points), Qt::AlignRight | Qt::AlignVCenter));
     table_->setItem(r, 5, Cell(QString::number(p.tiles), Qt::AlignRight | Qt::AlignVCenter));
     if (index == proposed)
       for (int c = 0; c < 6; ++c) table_->item(r, c)->setBackground(QColor(255, 244, 200));
   }
-  page_->setText(QStringLiteral("Page %1 / %2 — %3 coups").arg(analysis_.Page() + 1).arg(analysis_.PageCount()).arg(analysis_.Kept().size()));
+  page_->setText(QStringLiteral("Page %1 / %2 (%3 coups)").arg(analysis_.Page() + 1).arg(analysis_.PageCount()).arg(analysis_.Kept().size()));
   previous_->setEnabled(analysis_.Page() > 0);
   next_->setEnabled(analysis_.Page() + 1 < analysis_.PageCount());
   lay_->setEnabled(false);

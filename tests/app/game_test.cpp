@@ -569,7 +569,7 @@ void GameTest::theAnalysisListsShowsAndLaysThePlays() {
   const int top = plays.front().points;
   QCOMPARE(a->Table()->rowCount(), std::min<int>(int(plays.size()), Analysis::kPageSize));
   QCOMPARE(a->Table()->item(0, 4)->text(), QString::number(plays.front().points));
-  QVERIFY(a->ProposalLabel()->text().startsWith(QStringLiteral("Proposition du programme : ")));
+  QVERIFY(a->ProposalLabel()->text().startsWith(QStringLiteral("Proposé : ")));
   a->grab().save(ScreenshotPath(QStringLiteral("analysis_list")));
   // A filter: words holding "E" of four letters.
   QTest::keyClicks(a->Letters(), QStringLiteral("e"));

@@ -290,6 +290,36 @@ class Player:
         if shot:
             self.shot(shot)
 
+    def lay_from_analysis(self, shots=("analysis_list", "analysis_ghost", "analysis_laid")):
+        """F5 opens "Analyse du tirage"; its first play is shown over the board
+        with a click, then laid from the rack with a double click. Returns the
+        play as the proposal's box would give it: (word, position, points)."""
+        self.desktop.key("F5")
+
+        def listed():
+            up = self.program.window(name="Analyse du tirage")
+            cells = [w for w in up[1] if w.role == "table cell"] if up else []
+            return cells[:6] if len(cells) >= 6 and cells[0].name == "1" else None
+        rank, word, place, sense, points, tiles = self.wait(listed, "the analysis's list")
+        self.shot(shots[0])
+        self.click(word)
+        self.wait(lambda: find(self.program.window(name="Analyse du tirage")[1], role="push button",
+                               name="Poser le coup", enabled=True), "the play shown over the board")
+        self.shot(shots[1])
+        before = len(self.rack())
+        self.desktop.double_click(*word.centre)
+        self.wait(lambda: len(self.rack()) == before - int(tiles.name), "the tiles laid from the list")
+        self.wait(lambda: self.value("Points du coup") == points.name, "the validation's points")
+        self.shot(shots[2])
+        letters = word.name.split()[0].upper()
+        position = "%s  %s" % (place.name, "Vertical" if sense.name == "↓" else "Horizontal")
+        for (row, column), letter in self.squares(letters, position):
+            self.board[(row, column)] = letter
+        # Done with the list: the window goes, the main window's buttons show.
+        self.click(find(self.program.window(name="Analyse du tirage")[1], role="push button", name="Fermer"))
+        self.gone(name="Analyse du tirage")
+        return letters, position, int(points.name)
+
     def validate(self):
         """Clicks "Valider le mot"; returns the points the play was counted."""
         before = int(self.value("Score"))
@@ -300,15 +330,19 @@ class Player:
         self.close_tour_box()
         return points
 
-    def play_turn(self, shots=None):
-        """One turn: the draw, the best play read, laid and validated. Returns the
-        play, or None when there was none."""
+    def play_turn(self, shots=None, from_analysis=False):
+        """One turn: the draw, the best play read, laid and validated (or the
+        analysis's first play laid from its list). Returns the play, or None
+        when there was none."""
         shots = shots or {}
         self.pick(shots.get("picker"))
         play = self.proposal(shots.get("proposal"))
         if play is None:
             return None
-        self.lay(play[0], play[1], shots.get("laid"))
+        if from_analysis:
+            play = self.lay_from_analysis()
+        else:
+            self.lay(play[0], play[1], shots.get("laid"))
         self.validate()
         return play
 
@@ -333,13 +367,13 @@ class Player:
                     return window, content, w.name
         return None
 
-    def play_out(self, shots=None):
+    def play_out(self, shots=None, analysis_first=False):
         """Plays turns until the bag and the rack are empty. Returns the plays,
         and whether the game came to a rack with no play instead (the bag empty
         and the last tiles nowhere to go: then only a stop ends the game)."""
         plays = []
         while True:
-            play = self.play_turn(shots if not plays else None)
+            play = self.play_turn(shots if not plays else None, analysis_first and not plays)
             if play is None:
                 return plays, True
             plays.append(play)

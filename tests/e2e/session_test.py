@@ -100,14 +100,14 @@ class AnEveningOfPlay(unittest.TestCase):
             self.assertEqual(len(line), 44)
             self.assertRegex(line[25:], r"^   \d\d/\d\d/\d\d   \d\d:\d\d$")
 
-    def play_a_whole_game(self, name, games_before, shots=None, untick=()):
+    def play_a_whole_game(self, name, games_before, shots=None, untick=(), analysis_first=False):
         """A game from its first draw to the table of the best scores. A game
         whose last tiles have nowhere to go (about one in two hundred on this
         bag) can only be stopped: it is, and a new one is played."""
         p = self.player
         for attempt in range(3):
             p.begin()
-            plays, stuck = p.play_out(shots)
+            plays, stuck = p.play_out(shots, analysis_first)
             if not stuck:
                 break
             p.shot("no_play_left_%d" % attempt)
@@ -164,7 +164,16 @@ class AnEveningOfPlay(unittest.TestCase):
         offered = p.name_form("Seconde partie", untick=[TOUR_OFF])
         self.assertEqual(offered, "Partie tabli %02d" % p.name_forms)  # one more at each game
         tour_boxes = len(p.tour)
-        score2, _ = self.play_a_whole_game("Seconde partie", [(score1, "Partie courte")], untick=[TOUR_OFF])
+        # Its first play is the exact top, laid from "Analyse du tirage".
+        score2, plays2 = self.play_a_whole_game("Seconde partie", [(score1, "Partie courte")], untick=[TOUR_OFF],
+                                                analysis_first=True)
+        # The analysis again: the game's score against the tops of its turns.
+        self.desktop.key("F5")
+        _, analysis = p.window(name="Analyse du tirage")
+        self.assertTrue(any(w.name.startswith("Votre score : %d points sur " % score2) for w in analysis))
+        p.shot("analysis_score_against_tops")
+        p.click(find(analysis, role="push button", name="Fermer"))
+        p.gone(name="Analyse du tirage")
         self.assertEqual(len(p.tour), tour_boxes, "no tour once it is turned off")
         self.assertTrue(any(m.startswith(("SUPER SCORE !", "BRAVO !", "Bravo !")) for m in p.messages))
         p.shot("game_2_over")
