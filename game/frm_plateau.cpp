@@ -338,6 +338,7 @@ void FrmPlateau::SubAfficheSac() {
 }
 
 void FrmPlateau::SubTirage() {
+  if (onDrawing) onDrawing();
   if (Randomize) Randomize();
   if (program_.StrSac.empty()) {
     program_.BlnSacVide = -1;
@@ -720,8 +721,10 @@ void FrmPlateau::CmdValider_Click() {
   if (ObjPlateau->SubWordFirst()) ObjPlateau->SubWordFirst(false);
   LblPtsJoueur.text = std::to_string(LeadingNumber(LblPtsJoueur.text) + w.CountP);
   if (TurnTop >= 0) TopsTotal += TurnTop;
+  const int top = TurnTop;
   TurnTop = -1;
   SubAjoutHisto(w);
+  if (onValidated) onValidated(w, top);
   ObjPlateau->SubCaserWord(w);
   DrawGrille();
   if (program_.options.OptMessages == "Oui") {
@@ -892,6 +895,7 @@ void FrmPlateau::TimFrmFin_Timer() {
 
 void FrmPlateau::TimScore_Timer() {
   TimScore->SetInterval(0);
+  BestScoreStepDone = true;
   const ScoreStepResult step = TimScoreStep(program_, LblPtsJoueur.text);
   if (step.openBest) {
     enabled = false;
@@ -1028,7 +1032,15 @@ void FrmPlateau::TakeUp(SavedGame game) {
 }
 
 void FrmPlateau::SaveJournal() {
-  if (journal) journal->Save(Snapshot());
+  if (journal && !journal->Save(Snapshot()) && !journalFailed_) {
+    // Once: the game in progress is not kept on disk.
+    journalFailed_ = true;
+    if (onJournalFailure) {
+      onJournalFailure();
+    } else {
+      ShowMessage(texts::kJournalImpossible, kOkOnly);
+    }
+  }
   if (onTurnBoundary) onTurnBoundary();
 }
 
@@ -1044,6 +1056,39 @@ void FrmPlateau::ResumeGame() {
   // invitation to begin, which are for a game still to start.
   LblNomP.text = program_.NomPartie;
   LblDuree.foreColor = program_.options.OptDuree ? Color::Rgb(0x00, 0x80, 0x80) : Color::Grey(0x80);
+  ApplyKept(game);
+}
+
+void FrmPlateau::Restore(const SavedGame& game, bool finished) {
+  // The end of the game, when it came, is taken back with the last play.
+  TimFrmFin->SetInterval(0);
+  TimScore->SetInterval(0);
+  frmFini_.reset();
+  BestScoreStepDone = false;
+  // What the player laid and did not validate goes; the marks of the last
+  // proposal too.
+  for (Tile& tile : PicGamer) {
+    tile.Tag.clear();
+    tile.visible = false;
+    tile.enabled = false;
+  }
+  LinVx.visible = LinVy.visible = ImgXY.visible = false;
+  IntCligno = 9;
+  PicDef.visible = false;
+  LblPts.text = "0";
+  LblPtsBis.text = "pts";
+  LblIndic.text = "";
+  CmdValider.enabled = false;
+  CmdRanger.enabled = false;
+  Proposition.reset();
+  program_.engine.LngSens = 0;
+  program_.NomPartie = game.NomPartie;
+  LblNomP.text = program_.NomPartie;
+  ApplyKept(game, finished);
+  if (!ended && !finished) SaveJournal();
+}
+
+void FrmPlateau::ApplyKept(const SavedGame& game, bool finished) {
   program_.StrSac = game.StrSac;
   program_.BlnSacVide = game.BlnSacVide;
   SubAfficheSac();
@@ -1099,6 +1144,15 @@ void FrmPlateau::ResumeGame() {
   LblLTitre.visible = true;
   ++TxtHistoScroll;
 
+  if (game.Chevalet.empty() && finished) {
+    // A game that ran out, shown at its end.
+    for (Tile& tile : PicGamer) tile.visible = false;
+    SunFindePartie();
+    LblIndic.text = kCrLfText + "Fin de la partie.";
+    BestScoreStepDone = true;
+    Changed();
+    return;
+  }
   if (game.Chevalet.empty()) {
     // Kept after a validation: the turn's draw is still to come.
     DrawAndGoOn();

@@ -262,6 +262,18 @@ class FrmPlateau {
   // the start of a turn; otherwise the turn's draw opens the picker, and the
   // game goes on as after a validation.
   void TakeUp(SavedGame game);
+  // Puts a game under way back to a state it kept (a play taken back, a
+  // draw made again): board, bag, score, history, counters, clock and the
+  // search's memory as kept; the end of a game, when it came, taken back;
+  // tiles laid but not validated go. A state kept after the draw has its
+  // tiles back on the rack and searched as at the start of the turn;
+  // otherwise the turn's draw opens the picker; or, for a game that ran out
+  // (`finished`), the form shows its end (without the final score's box or
+  // the best scores). The journal follows.
+  void Restore(const SavedGame& game, bool finished = false);
+  // Whether the score of a game that ran out has been taken to the table of
+  // the best scores (its end can no longer be taken back).
+  bool BestScoreStepDone = false;
 
   // ------------------------------------------- the exact analysis beside it
   // Set by whoever offers the exact analysis: the best play of a rack (as
@@ -275,8 +287,15 @@ class FrmPlateau {
   // exact analysis), and what the tops of the turns played add up to.
   int TurnTop = -1;
   int32_t TopsTotal = 0;
-  // Told at each turn boundary, after the journal was kept.
+  // Told at each turn boundary, after the journal was kept; when a draw is
+  // about to open the picker; and when a play has been validated (with the
+  // turn's top), before the rack goes back to the bag.
   std::function<void()> onTurnBoundary;
+  std::function<void()> onDrawing;
+  std::function<void(const ClsWord& play, int top)> onValidated;
+  // Told once when the journal cannot be written; by default the player is
+  // told, in a box, that the game in progress is not protected.
+  std::function<void()> onJournalFailure;
 
   // Called after every change that a timer made, and at the points where a
   // command shows or hides PicWait or disables or enables the form, so that
@@ -304,6 +323,8 @@ class FrmPlateau {
   void DrawAndGoOn();
   // TimDeb of a form that takes up a kept game.
   void ResumeGame();
+  // A kept state put on the form (the take-up's and Restore's common part).
+  void ApplyKept(const SavedGame& game, bool finished = false);
   void SaveJournal();
   void RemoveJournal();
 
@@ -312,6 +333,7 @@ class FrmPlateau {
   std::unique_ptr<Timer> TimDeb, TimCligno, TimerEpie, TimFrmFin, TimScore, TimChrono, TimPasseEnDupli;
   std::unique_ptr<FrmFini> frmFini_;  // loaded at the end, shown by TimFrmFin
   std::optional<SavedGame> takeUp_;   // the kept game TimDeb is to take up
+  bool journalFailed_ = false;       // the player was told the journal cannot be written
 };
 
 }  // namespace ostrane

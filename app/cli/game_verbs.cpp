@@ -16,6 +16,7 @@
 #include "game/frm_joc.h"
 #include "game/frm_plateau.h"
 #include "game/manual_timers.h"
+#include "game/quiet_host.h"
 #include "records/about.h"
 #include "records/best_scores.h"
 #include "records/final_score.h"
@@ -27,14 +28,7 @@
 namespace ostrane::cli {
 namespace {
 
-// Every question is answered Yes; messages are closed.
-class YesBoxes : public MessageBoxes {
- public:
-  Answer MsgBox(const std::string&, BoxStyle style) override {
-    return style.buttons == Buttons::Ok ? Answer::Ok : Answer::Yes;
-  }
-};
-
+// The clock of the computer, for the date of the best scores.
 class SystemClock : public Clock {
  public:
   DateTime Now() const override {
@@ -44,21 +38,6 @@ class SystemClock : public Clock {
     return DateTime{local.tm_year + 1900, local.tm_mon + 1, local.tm_mday,
                     local.tm_hour,        local.tm_min,     local.tm_sec};
   }
-};
-
-class Silence : public Sounds {
- public:
-  void Play(int) override {}
-};
-
-class NoShell : public Shell {
- public:
-  bool Open(const std::string&) override { return false; }
-};
-
-class NoEvents : public EventPump {
- public:
-  void DoEvents() override {}
 };
 
 // The player's hand in the modal forms.
