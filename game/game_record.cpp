@@ -229,6 +229,12 @@ void GameRecord::Drawing() {
 }
 
 void GameRecord::Boundary() {
+  struct Told {
+    const GameRecord& record;
+    ~Told() {
+      if (record.onChanged) record.onChanged();
+    }
+  } told{*this};
   if (turns_.empty() || turns_.back().afterDraw || turns_.back().play) return;
   SavedGame now = form_.Snapshot();
   if (now.Chevalet.empty()) return;

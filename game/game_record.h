@@ -110,6 +110,10 @@ class GameRecord {
   // The start of the game, as the file keeps it.
   const GameFile& Start() const { return start_; }
 
+  // Told at each turn boundary (after the form kept its journal), so that the
+  // record can be kept beside it.
+  std::function<void()> onChanged;
+
  private:
   void Drawing();
   void Boundary();

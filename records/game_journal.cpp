@@ -331,8 +331,44 @@ std::optional<SavedGame> GameJournal::Load() {
 
 void GameJournal::Remove() {
   std::error_code error;
-  std::filesystem::remove(file_, error);
+  if (!std::filesystem::remove(file_, error) && error && std::filesystem::exists(file_)) {
+    // Not removed: made unreadable as a game, so that no start offers it back.
+    std::ofstream out(file_, std::ios::binary | std::ios::trunc);
+    out << "Ostrane partie terminée\r\n";
+  }
   std::filesystem::remove(TemporaryFile(), error);
+  std::filesystem::remove(RecordFile(), error);
+  std::filesystem::remove(TemporaryFileOf(RecordFile()), error);
+}
+
+std::filesystem::path GameJournal::RecordFile() const {
+  std::filesystem::path record = file_;
+  record.replace_extension(".enr");
+  return record;
+}
+
+bool GameJournal::SaveRecord(const std::string& text) { return WriteWholeFile(RecordFile(), text) == 0; }
+
+std::optional<std::string> GameJournal::LoadRecord() const {
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(RecordFile(), error) ||
+      std::filesystem::file_size(RecordFile(), error) > 4 * kLargestFile || error)
+    return std::nullopt;
+  std::ifstream in(RecordFile(), std::ios::binary);
+  std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+  if (!in && !in.eof()) return std::nullopt;
+  return text;
+}
+
+bool SameGame(const SavedGame& a, const SavedGame& b) {
+  SavedGame x = a, y = b;
+  for (SavedGame* g : {&x, &y}) {
+    g->BytChronoDemande = g->BytChronoActif = 0;
+    g->VarSecondes = g->VarMinutes = g->VarHeures = 0;
+    g->LblTimer.clear();
+    g->LblDuree.clear();
+  }
+  return x == y;
 }
 
 bool GameJournal::Exists() const {

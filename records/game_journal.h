@@ -107,13 +107,25 @@ class GameJournal {
   // The game kept, when the file reads whole and every check holds. A file
   // that does not is removed.
   std::optional<SavedGame> Load();
-  // No game kept any more.
+  // No game kept any more. A journal that cannot be removed (its folder
+  // taken read-only meanwhile) is written over with what no start offers
+  // back.
   void Remove();
   bool Exists() const;
+
+  // The record of the game beside the journal ("partie.enr": its draws and
+  // plays, as a game's own file keeps them), so that a game taken up keeps
+  // its plays to take back. Written whole like the journal, gone with it.
+  std::filesystem::path RecordFile() const;
+  bool SaveRecord(const std::string& text);
+  std::optional<std::string> LoadRecord() const;
 
  private:
   std::filesystem::path file_;
 };
+
+// Whether two kept states are the same game (the clock apart).
+bool SameGame(const SavedGame& a, const SavedGame& b);
 
 // The question of the start when a game was left unfinished.
 std::string ResumeQuestion(const SavedGame& game);

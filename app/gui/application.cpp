@@ -11,7 +11,9 @@
 #include "app/gui/startup_windows.h"
 #include "data/resources.h"
 #include "game/analysis.h"
+#include "board_view/replay.h"
 #include "game/frm_plateau.h"
+#include "game/game_record.h"
 #include "records/game_name.h"
 #include "records/screen_check.h"
 #include "records/start_up.h"
@@ -108,6 +110,13 @@ void Application::LoadPlateau() {
   plateau_ = std::make_unique<FrmPlateau>(program_, forms_);
   plateau_->journal = journal_.get();
   OfferExactAnalysis(*plateau_, lexicon_.Graph());
+  record_ = std::make_unique<GameRecord>(*plateau_, host_.clock);
+  if (takeUp_) TakeUpRecord(*takeUp_);
+  // Kept beside the journal at each turn, so that a game taken up keeps its
+  // plays to take back.
+  record_->onChanged = [this] {
+    if (journal_ && plateau_ && plateau_->BlnAbandon == 0) journal_->SaveRecord(FormatGameFile(record_->File()));
+  };
   if (takeUp_) {
     plateau_->TakeUp(std::move(*takeUp_));
     takeUp_.reset();
@@ -123,7 +132,7 @@ void Application::LoadPlateau() {
   }
   mainWindow_ = std::make_unique<MainWindow>(*plateau_);
   forms_.SetMainWindow(mainWindow_.get());
-  additions_ = new Additions(*mainWindow_, program_, forms_, lexicon_);
+  additions_ = new Additions(*mainWindow_, program_, forms_, lexicon_, *record_);
   mainWindow_->unload = [this](FrmPlateau::Unload next) {
     if (next == FrmPlateau::Unload::EndProgram) End();
     if (next == FrmPlateau::Unload::ToPartie) Post(&Application::LoadPartie);
@@ -175,7 +184,22 @@ void Application::ClosePlateau() {
   additions_ = nullptr;
   forms_.SetMainWindow(nullptr);
   mainWindow_.reset();
+  record_.reset();
   plateau_.reset();
+}
+
+void Application::TakeUpRecord(const SavedGame& game) {
+  if (!journal_) return;
+  const std::optional<std::string> text = journal_->LoadRecord();
+  if (!text) return;
+  std::string error;
+  const std::optional<GameFile> file = ParseGameFile(*text, error);
+  if (!file) return;
+  std::optional<Replayed> replayed = Replay(lexicon_, &lexicon_.Graph(), program_.options, *file, error);
+  // A record of another game (or of an older state of it) is left aside: the
+  // game goes on without plays to take back.
+  if (!replayed || !SameGame(replayed->state, game)) return;
+  record_->Adopt(*file, std::move(replayed->turns));
 }
 
 }  // namespace ostrane::gui

@@ -23,6 +23,7 @@ class Frm11Dem;
 class FrmEcranResol;
 class FrmPartie;
 class FrmPlateau;
+class GameRecord;
 }  // namespace ostrane
 
 namespace ostrane::gui {
@@ -67,6 +68,9 @@ class Application : public QObject {
   Additions* Added() const { return additions_; }
   FrmPlateau* Plateau() const { return plateau_.get(); }
   FrmPartie* Partie() const { return partie_.get(); }
+  // The record of the game in progress (null while the main window is not
+  // open).
+  GameRecord* Record() const { return record_.get(); }
   // The journal of the game in progress, once the start-up is done.
   GameJournal* Journal() const { return journal_.get(); }
 
@@ -87,6 +91,8 @@ class Application : public QObject {
   void CloseScreenCheck();
   void ClosePartie();
   void ClosePlateau();
+  // The record kept beside the journal, when it is the taken-up game's own.
+  void TakeUpRecord(const SavedGame& game);
 
   Host& host_;
   Settings settings_;
@@ -102,6 +108,7 @@ class Application : public QObject {
   std::unique_ptr<FrmPartie> partie_;
   std::unique_ptr<GameNameWindow> partieWindow_;
   std::unique_ptr<FrmPlateau> plateau_;
+  std::unique_ptr<GameRecord> record_;  // follows plateau_, gone before it
   std::unique_ptr<MainWindow> mainWindow_;
   std::unique_ptr<GameJournal> journal_;
   std::optional<SavedGame> takeUp_;  // the kept game the next main form takes up
