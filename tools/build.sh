@@ -13,6 +13,8 @@ if [ "$what" = test ]; then
   # and the keys, pictures of the screen, and the windows read through the
   # accessibility bus from Debian's Python.
   packages+=(xvfb openbox xdotool imagemagick x11-utils dbus at-spi2-core python3 python3-pyatspi)
+  # The score sheet read back: its pages, its text, a page as a picture.
+  packages+=(poppler-utils)
 fi
 missing=()
 for package in "${packages[@]}"; do

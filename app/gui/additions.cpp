@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QMenu>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -72,8 +74,27 @@ Additions::Additions(MainWindow& window, Program& program, QtForms& forms, const
   Add(QStringLiteral("Feuille de partie (PDF)…"), QKeySequence(Qt::CTRL | Qt::Key_P), &Additions::ScoreSheet);
   Add(QStringLiteral("Imprimer la feuille de partie…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P),
       &Additions::PrintScoreSheet);
+  // The menu shows what can be done now; the keys always reach the commands,
+  // which look for themselves.
   connect(menu_, &QMenu::aboutToShow, this, &Additions::UpdateCommands);
-  UpdateCommands();
+  connect(menu_, &QMenu::aboutToHide, this, [this] {
+    for (QAction* action : menu_->actions()) action->setEnabled(true);
+  });
+  exact_->setChecked(program_.settings.proposeExact);
+  window_.TxtCtrl()->installEventFilter(this);
+}
+
+bool Additions::eventFilter(QObject* target, QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    const auto* key = static_cast<QKeyEvent*>(event);
+    const QKeySequence pressed(key->keyCombination());
+    for (QAction* action : menu_->actions())
+      if (!action->shortcut().isEmpty() && action->shortcut() == pressed) {
+        event->ignore();  // not taken by the box: the window's command runs
+        return true;
+      }
+  }
+  return QObject::eventFilter(target, event);
 }
 
 Additions::~Additions() = default;
@@ -83,10 +104,7 @@ QAction* Additions::Add(const QString& caption, const QKeySequence& key, void (A
   action->setShortcut(key);
   action->setShortcutContext(Qt::WindowShortcut);
   window_.addAction(action);
-  connect(action, &QAction::triggered, this, [this, command] {
-    UpdateCommands();
-    (this->*command)();
-  });
+  connect(action, &QAction::triggered, this, [this, command] { (this->*command)(); });
   return action;
 }
 
@@ -190,7 +208,7 @@ bool Additions::OpenGameFrom(const QString& file) {
     return false;
   }
   FrmPlateau& form = window_.Model();
-  if (form.IntNbCoups > 0 && form.BlnAbandon == 0 && form.CmdSolution.enabled) {
+  if (record_.Plays() > 0 && form.BlnAbandon == 0 && !form.BestScoreStepDone) {
     program_.StrMsg = "La partie en cours sera remplacée par celle qui est ouverte. Continuer ?";
     if (program_.ShowMessage(kYesNo) == Answer::No) return false;
   }

@@ -32,6 +32,9 @@ class Additions : public QObject {
   Additions(MainWindow& window, Program& program, QtForms& forms, const Lexicon& lexicon, GameRecord& record);
   ~Additions() override;
 
+  // The commands' keys win over the word box's own (its Ctrl+Z, Ctrl+E…).
+  bool eventFilter(QObject* target, QEvent* event) override;
+
   QToolButton* MoreButton() const { return more_; }
   QMenu* Menu() const { return menu_; }
   // The menu's command of that caption (the same on its key).

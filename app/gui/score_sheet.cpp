@@ -74,7 +74,7 @@ int PaintScoreSheet(QPagedPaintDevice& device, const GameFile& game, const QImag
 
   // The first page: the heading, the board and the summary beside it.
   const int pagesTotal = [&] {
-    const double firstRows = heightMm - 12 - 120 - 10 - headMm;
+    const double firstRows = heightMm - 22 - 113 - 8 - 10 - headMm;
     const int perFirst = std::max(1, int(firstRows / rowMm));
     const int perNext = std::max(1, int((heightMm - 20 - headMm) / rowMm));
     const int left = std::max(0, int(rows.size()) - perFirst);
@@ -95,15 +95,27 @@ int PaintScoreSheet(QPagedPaintDevice& device, const GameFile& game, const QImag
   p.setPen(Qt::black);
   p.drawText(QRect(0, page.Px(10), area.width(), page.Px(6)), Qt::AlignLeft | Qt::AlignVCenter,
              QStringLiteral("Feuille de partie — partie du %1").arg(Text(DateText(game.date))));
-  const QRect boardRect(0, page.Px(18), page.Px(118), page.Px(118));
+  // The board, its rows lettered on the left and its columns numbered on
+  // top, as the window shows them.
+  const QRect boardRect(page.Px(5), page.Px(22), page.Px(113), page.Px(113));
   p.setRenderHint(QPainter::SmoothPixmapTransform, true);
   p.drawImage(boardRect, board);
   p.setPen(QPen(QColor(80, 60, 40), page.Px(0.3)));
   p.drawRect(boardRect);
+  p.setFont(small);
+  p.setPen(QColor(60, 50, 40));
+  const double square = boardRect.width() / 15.0;
+  for (int k = 0; k < 15; ++k) {
+    const int along = int(k * square + 0.5);
+    p.drawText(QRect(boardRect.left() + along, boardRect.top() - page.Px(4.5), int(square), page.Px(4)),
+               Qt::AlignCenter, QString::number(k + 1));
+    p.drawText(QRect(0, boardRect.top() + along, page.Px(4), int(square)), Qt::AlignCenter,
+               QString(QChar(u'A' + k)));
+  }
 
   // The summary, on the board's right.
   const int sx = page.Px(124), sw = area.width() - sx;
-  int sy = page.Px(20);
+  int sy = page.Px(22);
   const auto line = [&](const QString& text, const QFont& font) {
     p.setFont(font);
     p.setPen(Qt::black);
@@ -126,7 +138,7 @@ int PaintScoreSheet(QPagedPaintDevice& device, const GameFile& game, const QImag
   }
 
   // The history, as long as it takes.
-  double y = 18 + 118 + 8;
+  double y = 22 + 113 + 8;
   const auto header = [&] {
     double x = 0;
     p.setFont(bold);
