@@ -7,8 +7,14 @@
 // file's text and the question's wording are the records tests' part.
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <tuple>
+
+#include "game/texts.h"
 
 #include "tests/game/game_fixture.h"
 
@@ -238,6 +244,54 @@ TEST_F(KeptGame, ANewGameTakesTheJournalAwayAndAFatalEndLeavesIt) {
   next.fake.boxes.answers = {Answer::No};
   EXPECT_FALSE(OfferResume(next.program, *next.journal).has_value());
   EXPECT_FALSE(next.journal->Exists());
+}
+
+TEST_F(KeptGame, AJournalThatCannotBeWrittenIsToldOnce) {
+  // A folder stands where the journal goes: the game goes on, unprotected,
+  // and the player is told so once, in French.
+  Rng random(7);
+  Player player(&random);
+  std::filesystem::create_directories(dir.path() / "partie.ret" / "dedans");
+  JournalRun run(dir.path(), player);
+  ASSERT_EQ(run.Begin().PlayOut(3), 3);
+  EXPECT_EQ(run.fake.boxes.Texts(), std::vector<std::string>{texts::kJournalImpossible});
+  EXPECT_TRUE(std::filesystem::is_directory(dir.path() / "partie.ret" / "dedans"));
+}
+
+// Runs `steps` as a user who is not root (root writes in read-only folders),
+// in a child process; true when it returned true.
+bool AsAnOrdinaryUser(const std::filesystem::path& dir, const std::function<bool()>& steps) {
+  constexpr uid_t kNobody = 65534;
+  if (geteuid() == 0 && chown(dir.c_str(), kNobody, kNobody) != 0) return false;
+  const pid_t child = fork();
+  if (child == 0) {
+    if (geteuid() == 0 && (setgid(kNobody) != 0 || setuid(kNobody) != 0)) _exit(2);
+    _exit(steps() ? 0 : 1);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+TEST_F(KeptGame, AJournalThatCannotBeRemovedIsNotOfferedAgain) {
+  // The start folder turns read-only during the game: at its end the journal
+  // cannot be removed, and the next start must not offer it back.
+  const std::filesystem::path folder = dir.path() / "lecture_seule";
+  std::filesystem::create_directories(folder);
+  const bool held = AsAnOrdinaryUser(folder, [&] {
+    GameJournal journal(folder / "partie.ret");
+    SavedGame game;
+    game.NomPartie = "Partie du soir";
+    game.StrSac = StartBag(0);
+    for (std::string& row : game.lignes) row = std::string(15, '.');
+    if (!journal.Save(game) || !journal.Load()) return false;
+    chmod(folder.c_str(), 0555);
+    journal.Remove();
+    const bool offered = journal.Load().has_value();
+    chmod(folder.c_str(), 0755);
+    return !offered;
+  });
+  EXPECT_TRUE(held);
 }
 
 }  // namespace
