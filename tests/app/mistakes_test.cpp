@@ -84,6 +84,7 @@ class MistakesTest : public QObject {
  private slots:
   void playsAreTakenBackAndDrawsMadeAgain();
   void aSavedGameOpensAsItWasAndGoesOn();
+  void aGameTakenUpKeepsItsPlaysToTakeBack();
   void badFilesLeaveTheGameInProgressAlone();
   void theGameAsTextAndItsScoreSheet();
 };
@@ -187,6 +188,42 @@ void MistakesTest::aSavedGameOpensAsItWasAndGoesOn() {
   QVERIFY(b.app->Added()->OpenGameFrom(file));
   QVERIFY(b.boxes.contains(QStringLiteral("La partie en cours sera remplacée par celle qui est ouverte. Continuer ?")));
   QCOMPARE(b.app->Record()->Plays(), 3);
+}
+
+void MistakesTest::aGameTakenUpKeepsItsPlaysToTakeBack() {
+  // The program dies with two plays made and the third rack proposed; the
+  // next start takes the game up from its journal, and the record kept
+  // beside it gives the plays back to take back.
+  std::vector<SavedGame> shown;
+  QByteArray journal, record;
+  {
+    Session a;
+    QVERIFY(StartGame(a, MixedBag()));
+    QVERIFY(PlayProposals(a, 2, &shown));
+    journal = Read(a.dir.filePath(QStringLiteral("partie.ret"))).toUtf8();
+    record = Read(a.dir.filePath(QStringLiteral("partie.enr"))).toUtf8();
+    a.piloting = false;
+  }
+  QVERIFY(record.startsWith("Ostrane partie enregistrée 1\r\n"));
+  Session b;
+  b.Write(QStringLiteral("partie.ret"), journal);
+  b.Write(QStringLiteral("partie.enr"), record);
+  b.Pilot();
+  QVERIFY(!b.ToGameName() && b.app->Main());  // taken up, answered Yes
+  QVERIFY(b.boxes.value(0).endsWith(QStringLiteral("Voulez-vous la reprendre ?")));
+  QCOMPARE(b.app->Record()->Plays(), 2);
+  Press(b.app->Main(), QKeyCombination(Qt::CTRL, Qt::Key_Z));
+  QVERIFY(SameGame(b.Model().Snapshot(), shown[1]));
+  // A record of another game is left aside: the game goes on, with no play
+  // to take back.
+  Session c;
+  c.Write(QStringLiteral("partie.ret"), journal);
+  c.Write(QStringLiteral("partie.enr"), record.replace("Nom=Partie tabli 01", "Nom=Une autre"));
+  b.piloting = false;
+  c.Pilot();
+  QVERIFY(!c.ToGameName() && c.app->Main());
+  QCOMPARE(c.app->Record()->Plays(), 0);
+  QVERIFY(!c.app->Record()->CanUndo());
 }
 
 void MistakesTest::badFilesLeaveTheGameInProgressAlone() {
