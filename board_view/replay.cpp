@@ -1,6 +1,7 @@
 #include "board_view/replay.h"
 
 #include <deque>
+#include <functional>
 
 #include "board_view/drag_rules.h"
 #include "game/analysis.h"
@@ -28,6 +29,14 @@ class ReplayForms : public Forms {
 
   void Show(FrmJetons& form) override {
     timers_.Advance(250);  // the picker wakes up
+    if (error.empty() && next_ >= file_.turns.size() && onDrawAfterTheFile) {
+      // The game as it stood before this draw; the picker is left with
+      // anything, and what follows is not the file's.
+      onDrawAfterTheFile();
+      onDrawAfterTheFile = nullptr;
+      PickAnything(form);
+      return;
+    }
     if (!error.empty() || next_ >= file_.turns.size()) {
       if (error.empty()) error = "Le fichier s'arrête avant le tirage qui suit le dernier coup.";
       // Leaving from the picker would end the program: the tiles the bag
@@ -76,6 +85,7 @@ class ReplayForms : public Forms {
 
   std::deque<char> blankLetters;
   std::string error;
+  std::function<void()> onDrawAfterTheFile;
   bool ended = false;
 
  private:
@@ -96,7 +106,7 @@ class ReplayForms : public Forms {
 }  // namespace
 
 std::optional<Replayed> Replay(const Lexicon& lexicon, const WordGraph* graph, const Options& options,
-                               const GameFile& file, std::string& error) {
+                               const GameFile& file, std::string& error, bool uptoTheNextDraw) {
   QuietHost host;
   host.clock.now = file.date;
   Program program(lexicon, host.host);
@@ -114,6 +124,14 @@ std::optional<Replayed> Replay(const Lexicon& lexicon, const WordGraph* graph, c
   if (graph) OfferExactAnalysis(form, *graph);
   TileDrag drag(form);
   GameRecord record(form, host.clock);
+  std::optional<SavedGame> beforeNextDraw;
+  std::vector<RecordedTurn> turnsBeforeNextDraw;
+  if (uptoTheNextDraw)
+    forms.onDrawAfterTheFile = [&] {
+      beforeNextDraw = form.Snapshot();
+      turnsBeforeNextDraw = record.Turns();
+      turnsBeforeNextDraw.pop_back();  // the draw that was starting
+    };
 
   form.Form_Load();
   host.timers.Advance(FrmPlateau::kTimDeb);
@@ -166,6 +184,12 @@ std::optional<Replayed> Replay(const Lexicon& lexicon, const WordGraph* graph, c
     return std::nullopt;
   }
   Replayed replayed;
+  if (beforeNextDraw) {
+    replayed.state = *beforeNextDraw;
+    replayed.turns = std::move(turnsBeforeNextDraw);
+    replayed.plays = replayed.state.IntNbCoups;
+    return replayed;
+  }
   replayed.state = form.Snapshot();
   replayed.turns = record.Turns();
   replayed.finished = !form.CmdSolution.enabled;

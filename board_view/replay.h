@@ -26,8 +26,11 @@ struct Replayed {
 
 // `graph`, when given, works out each turn's exact top as the program does.
 // On failure: nothing, and in `error` a French sentence naming the first bad
-// line of the file.
+// line of the file. A file that ends with a play before the game's end is
+// cut short, unless `uptoTheNextDraw`: then the state is the game's as the
+// next draw starts (its rack empty), as a program stopped in the picker
+// keeps it.
 std::optional<Replayed> Replay(const Lexicon& lexicon, const WordGraph* graph, const Options& options,
-                               const GameFile& file, std::string& error);
+                               const GameFile& file, std::string& error, bool uptoTheNextDraw = false);
 
 }  // namespace ostrane

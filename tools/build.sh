@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 what="${1:-run}"
 
 packages=(build-essential cmake libgtest-dev libbenchmark-dev qt6-base-dev qt6-multimedia-dev
-          libgl-dev fonts-dejavu-core)
+          libgl-dev fonts-dejavu-core qt6-translations-l10n)
 if [ "$what" = test ]; then
   # The end-to-end tests: a virtual display with a window manager, the pointer
   # and the keys, pictures of the screen, and the windows read through the

@@ -195,7 +195,8 @@ void Application::TakeUpRecord(const SavedGame& game) {
   std::string error;
   const std::optional<GameFile> file = ParseGameFile(*text, error);
   if (!file) return;
-  std::optional<Replayed> replayed = Replay(lexicon_, &lexicon_.Graph(), program_.options, *file, error);
+  std::optional<Replayed> replayed =
+      Replay(lexicon_, &lexicon_.Graph(), program_.options, *file, error, /*uptoTheNextDraw=*/game.Chevalet.empty());
   // A record of another game (or of an older state of it) is left aside: the
   // game goes on without plays to take back.
   if (!replayed || !SameGame(replayed->state, game)) return;

@@ -7,6 +7,7 @@
 
 #include "app/gui/application.h"
 #include "app/gui/bind.h"
+#include "app/gui/french.h"
 #include "app/gui/qt_host.h"
 #include "app/gui/single_instance.h"
 #include "board_view/faces.h"
@@ -62,6 +63,7 @@ int main(int argc, char** argv) {
   g_previousHandler = qInstallMessageHandler(WhileConnecting);
   QApplication app(argc, argv);
   Connected();
+  ostrane::gui::SpeakFrench(app);
   QApplication::setApplicationName(QStringLiteral("ostrane"));
   QApplication::setApplicationDisplayName(QStringLiteral("Ostrane"));
   QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));

@@ -14,6 +14,7 @@
 #include <QtTest>
 
 #include "app/gui/additions.h"
+#include "app/gui/french.h"
 #include "game/game_export.h"
 #include "game/game_record.h"
 #include "records/game_journal.h"
@@ -191,35 +192,45 @@ void MistakesTest::aSavedGameOpensAsItWasAndGoesOn() {
 }
 
 void MistakesTest::aGameTakenUpKeepsItsPlaysToTakeBack() {
-  // The program dies with two plays made and the third rack proposed; the
-  // next start takes the game up from its journal, and the record kept
-  // beside it gives the plays back to take back.
+  // The program dies with two plays made, once in the third draw's picker and
+  // once with the third rack proposed; the next start takes the game up from
+  // its journal, and the record kept beside it gives the plays back to take
+  // back.
   std::vector<SavedGame> shown;
-  QByteArray journal, record;
+  QByteArray journal[2], record[2];
   {
     Session a;
+    const auto keep = [&](int k) {
+      journal[k] = Read(a.dir.filePath(QStringLiteral("partie.ret"))).toUtf8();
+      record[k] = Read(a.dir.filePath(QStringLiteral("partie.enr"))).toUtf8();
+    };
+    a.onPicker = [&] {
+      if (a.Model().IntNbCoups == 2) keep(0);
+    };
     QVERIFY(StartGame(a, MixedBag()));
     QVERIFY(PlayProposals(a, 2, &shown));
-    journal = Read(a.dir.filePath(QStringLiteral("partie.ret"))).toUtf8();
-    record = Read(a.dir.filePath(QStringLiteral("partie.enr"))).toUtf8();
+    keep(1);
     a.piloting = false;
   }
-  QVERIFY(record.startsWith("Ostrane partie enregistrée 1\r\n"));
-  Session b;
-  b.Write(QStringLiteral("partie.ret"), journal);
-  b.Write(QStringLiteral("partie.enr"), record);
-  b.Pilot();
-  QVERIFY(!b.ToGameName() && b.app->Main());  // taken up, answered Yes
-  QVERIFY(b.boxes.value(0).endsWith(QStringLiteral("Voulez-vous la reprendre ?")));
-  QCOMPARE(b.app->Record()->Plays(), 2);
-  Press(b.app->Main(), QKeyCombination(Qt::CTRL, Qt::Key_Z));
-  QVERIFY(SameGame(b.Model().Snapshot(), shown[1]));
+  for (int k = 0; k < 2; ++k) {
+    QVERIFY(record[k].startsWith("Ostrane partie enregistrée 1\r\n"));
+    Session b;
+    b.Write(QStringLiteral("partie.ret"), journal[k]);
+    b.Write(QStringLiteral("partie.enr"), record[k]);
+    b.Pilot();
+    QVERIFY(!b.ToGameName() && b.app->Main());  // taken up, answered Yes
+    QVERIFY(b.boxes.value(0).endsWith(QStringLiteral("Voulez-vous la reprendre ?")));
+    QCOMPARE(b.app->Record()->Plays(), 2);
+    Press(b.app->Main(), QKeyCombination(Qt::CTRL, Qt::Key_Z));
+    QVERIFY(SameGame(b.Model().Snapshot(), shown[1]));
+    QCOMPARE(b.app->Main()->TxtHisto()->toPlainText().split(QLatin1Char('\n')).size(), 1);
+    b.piloting = false;
+  }
   // A record of another game is left aside: the game goes on, with no play
   // to take back.
   Session c;
-  c.Write(QStringLiteral("partie.ret"), journal);
-  c.Write(QStringLiteral("partie.enr"), record.replace("Nom=Partie tabli 01", "Nom=Une autre"));
-  b.piloting = false;
+  c.Write(QStringLiteral("partie.ret"), journal[1]);
+  c.Write(QStringLiteral("partie.enr"), record[1].replace("Nom=Partie tabli 01", "Nom=Une autre"));
   c.Pilot();
   QVERIFY(!c.ToGameName() && c.app->Main());
   QCOMPARE(c.app->Record()->Plays(), 0);
@@ -310,7 +321,7 @@ void MistakesTest::theGameAsTextAndItsScoreSheet() {
 
   // On paper: the print dialog, answered by printing to a file.
   const QString printed = files.filePath(QStringLiteral("imprimee.pdf"));
-  bool asked = false;
+  bool asked = false, french = false;
   QTimer::singleShot(0, [&] {
     auto* dialog = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget());
     if (!dialog) return;
@@ -321,10 +332,12 @@ void MistakesTest::theGameAsTextAndItsScoreSheet() {
     if (!printers || !name) return dialog->reject();
     printers->setCurrentIndex(printers->count() - 1);  // "Print to File (PDF)", the last
     name->setText(printed);
+    for (QAbstractButton* b : dialog->findChildren<QAbstractButton*>()) french |= b->text() == QStringLiteral("Annuler");
     dialog->accept();
   });
   s.app->Added()->PrintScoreSheet();
   QVERIFY(asked);
+  QVERIFY2(french, "the toolkit's dialogs speak French");
   const QString paper = Run(QStringLiteral("pdftotext"), {printed, QStringLiteral("-")});
   QVERIFY(paper.contains(QStringLiteral("Feuille de partie — partie du 23/11/2026 à 14:05")));
   QVERIFY(paper.contains(QStringLiteral("%1 points").arg(w->LblPtsJoueur()->text())));
@@ -332,6 +345,7 @@ void MistakesTest::theGameAsTextAndItsScoreSheet() {
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
+  SpeakFrench(app);
   QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
   MistakesTest test;
   int result = 1;

@@ -69,6 +69,7 @@ struct Session : QObject {
   TestHost host;
   std::unique_ptr<Application> app;
   std::function<void(int milliseconds)> onPause;  // runs in place of the pauses' waits
+  std::function<void()> onPicker;                 // each picker, as it opens
   bool piloting = false, screenshots = false;
   bool askInformations = false;  // the first picker shows its help (two pages)
   bool clearBest = false;        // the table of the best scores is cleared
@@ -176,6 +177,7 @@ struct Session : QObject {
     }
   }
   void Pick(JetonsDialog* d) {
+    if (!d->property("counted").toBool() && onPicker) onPicker();
     pickers += !d->property("counted").toBool();
     d->setProperty("counted", true);
     if (!d->Model().enabled) return host.timers.Advance(250);  // the picker wakes up

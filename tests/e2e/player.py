@@ -290,6 +290,24 @@ class Player:
         if shot:
             self.shot(shot)
 
+    def replay_board(self, plays):
+        """The board in mind again, as these plays laid it (after a play was
+        taken back)."""
+        self.board = {}
+        for word, position, _ in plays:
+            for square, letter in self.squares(word, position):
+                self.board.setdefault(square, letter)
+
+    def file_dialog(self, title, path, shot=None):
+        """Answers the file dialog of that title with a whole path, typed."""
+        self.window(name=title)
+        self.desktop.key("ctrl+a")
+        self.desktop.type(str(path))
+        if shot:
+            self.shot(shot)
+        self.desktop.key("Return")
+        self.gone(name=title)
+
     def lay_from_analysis(self, shots=("analysis_list", "analysis_ghost", "analysis_laid")):
         """F5 opens "Analyse du tirage"; its first play is shown over the board
         with a click, then laid from the rack with a double click. Returns the

@@ -205,6 +205,39 @@ class AnEveningOfPlay(unittest.TestCase):
         p.main()
         self.assertEqual(p.value("Score"), str(score3))
         self.check_history(kept, score3)
+
+        # The third rack drawn, the second play is taken back (Ctrl+Z): its
+        # rack is on the stand again and the same play is proposed.
+        p.pick()
+        p.proposal()
+        self.desktop.key("ctrl+z")
+        again = p.proposal()
+        self.assertEqual(again, kept[1])
+        self.assertEqual(p.value("Score"), str(kept[0][2]))
+        self.check_history(kept[:1], kept[0][2])
+        p.shot("game_3_play_taken_back")
+
+        # Saved so (Ctrl+S) and its score sheet made (Ctrl+P), in a folder of the player's.
+        saved, sheet = self.work / "troisieme.ostrane", self.work / "troisieme.pdf"
+        self.desktop.key("ctrl+s")
+        p.file_dialog("Enregistrer la partie", saved, shot="save_dialog")
+        self.assertTrue(read(saved).startswith("Ostrane partie enregistrée 1\r\nNom=%s\r\n" % name3))
+        self.desktop.key("ctrl+p")
+        p.file_dialog("Feuille de partie", sheet)
+        p.wait(lambda: sheet.exists() and sheet.stat().st_size > 0, "the score sheet")
+        p.count += 1
+        subprocess.run(["pdftoppm", "-png", "-r", "60", "-singlefile", str(sheet),
+                        str(p.shots / ("%02d-score_sheet_page" % p.count))], check=True)
+        text = subprocess.run(["pdftotext", "-layout", str(sheet), "-"], check=True, capture_output=True,
+                              text=True).stdout
+        self.assertIn(name3, text)
+        self.assertIn("%d points" % kept[0][2], text)
+
+        # The play laid again, and the game goes on.
+        p.replay_board(kept[:1])
+        p.lay(again[0], again[1])
+        self.assertEqual(p.validate(), again[2])
+        self.assertEqual(p.turn_after_validation(), "picker")
         played, stuck = p.play_out({"laid": "game_3_taken_up_and_played_on"})
         plays3 = kept + played
         score = int(p.value("Score"))
@@ -218,6 +251,17 @@ class AnEveningOfPlay(unittest.TestCase):
             self.assertEqual(final, "%d points" % score)
             self.check_best_scores(best_before + [(score, name3)])
         self.assertFalse(self.file("partie.ret").exists())
+        self.assertFalse(self.file("partie.enr").exists())
+
+        # The saved game opened again (Ctrl+O): its first play, and the second
+        # rack on the stand with its play proposed; then stopped.
+        self.desktop.key("ctrl+o")
+        p.file_dialog("Ouvrir une partie", saved)
+        self.assertEqual(p.proposal(), kept[1])
+        self.assertEqual(p.value("Score"), str(kept[0][2]))
+        self.check_history(kept[:1], kept[0][2])
+        p.shot("saved_game_opened")
+        p.stop()
 
         # A new game's form with the sounds turned off, then leaving: the
         # options reach "Option.ret".
