@@ -28,8 +28,12 @@ class StderrBoxes : public MessageBoxes {
   Answer MsgBox(const std::string& text, BoxStyle style) override;
 };
 
-// The lexicon loaded from the program's own resources, once.
+// The lexicon: the player's own list when one was given, else the one
+// loaded from the program's own resources, once.
 const Lexicon& SharedLexicon();
+// Takes the player's list (`--lexicon FILE`) for the whole run; false, the
+// reason told on standard error, when the file cannot serve.
+bool UseWordList(const std::string& file);
 
 // Checks that a rack holds only letters and "?"; returns it upper-cased.
 std::string CheckedRack(const std::string& rack);

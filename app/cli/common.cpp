@@ -4,11 +4,35 @@
 
 #include "app/cli/cli.h"
 #include "data/embedded_lexicon.h"
+#include "data/resources.h"
 #include "lexicon/lexicon.h"
+#include "lexicon/user_list.h"
 
 namespace ostrane::cli {
 
-const Lexicon& SharedLexicon() { return EmbeddedLexicon(); }
+namespace {
+const Lexicon* g_ownList = nullptr;  // the player's list, when one was given
+}  // namespace
+
+const Lexicon& SharedLexicon() { return g_ownList ? *g_ownList : EmbeddedLexicon(); }
+
+bool UseWordList(const std::string& file) {
+  std::string error;
+  const std::optional<CompiledWordList> list = CompiledWordList::Open(file, UserCacheFolder(), error);
+  if (!list) {
+    std::fprintf(stderr, "ostrane-cli: %s\n", error.c_str());
+    return false;
+  }
+  auto* lexicon = new Lexicon;  // for the whole run
+  list->LoadInto(*lexicon, ReadResource);
+  g_ownList = lexicon;
+  const WordListInUse& info = list->Info();
+  std::fprintf(stderr, "ostrane-cli: liste « %s » : %s mots, %s ligne%s ignorée%s%s\n",
+               info.file.filename().string().c_str(), FrenchCount(info.words).c_str(),
+               FrenchCount(info.skipped).c_str(), info.skipped > 1 ? "s" : "", info.skipped > 1 ? "s" : "",
+               info.fromCache ? " (copie compilée)" : "");
+  return true;
+}
 
 Answer StderrBoxes::MsgBox(const std::string& text, BoxStyle style) {
   std::string line;

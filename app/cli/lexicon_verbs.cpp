@@ -6,6 +6,7 @@
 #include "app/cli/cli.h"
 #include "lexicon/expressions.h"
 #include "lexicon/lexicon.h"
+#include "lexicon/word_file.h"
 
 namespace ostrane::cli {
 namespace {
@@ -33,23 +34,30 @@ void PrintResults(const ClsExpressions& searcher, int32_t count) {
 
 int RunCheck(const Args& args) {
   if (args.empty()) throw UsageError("give at least one word");
-  std::string lines;
+  // Each word answered on its line, folded as a player means it (é is E);
+  // an argument that is no word gets its own line on standard error, and
+  // the status says that one was bad.
+  int status = 0;
   for (const std::string& arg : args) {
     std::string word;
-    for (const char c : arg) {
-      if (!std::isalpha(static_cast<unsigned char>(c)))
-        throw UsageError("word '" + arg + "': only letters A-Z");
-      word += char(std::toupper(static_cast<unsigned char>(c)));
+    const Fold fold = FoldWord(arg, word);
+    // Letters alone are answered (no word has one letter, or more than 15).
+    if (fold == Fold::Blank || fold == Fold::NotALetter) {
+      const char* why = fold == Fold::Blank ? "aucune lettre"
+                                            : "seulement des lettres, sans tiret, apostrophe, chiffre ni espace";
+      std::fprintf(stderr, "ostrane-cli check: « %s » : %s\n", arg.c_str(), why);
+      status = 1;
+      continue;
     }
     const bool exists = Searcher().SubWordIsTrue(std::string_view(word));
-    lines += word + (exists ? "\toui" : "\tnon");
+    std::string line = word + (exists ? "\toui" : "\tnon");
     if (exists && word.size() < 4) {
-      if (auto definition = SharedLexicon().DefM23.FindForCheck(word)) lines += "\t" + *definition;
+      if (auto definition = SharedLexicon().DefM23.FindForCheck(word)) line += "\t" + *definition;
     }
-    lines += '\n';
+    line += '\n';
+    std::fputs(line.c_str(), stdout);
   }
-  std::fputs(lines.c_str(), stdout);
-  return 0;
+  return status;
 }
 
 int RunWords(const Args& args) {

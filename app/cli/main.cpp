@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <cstring>
 #include <string>
+#include <vector>
 
 #include "app/cli/cli.h"
 #include "lexicon/fatal.h"
@@ -29,16 +30,33 @@ constexpr Verb kVerbs[] = {
 int Usage() {
   std::fprintf(stderr, "usage: ostrane-cli VERB [ARGS]\n");
   for (const Verb& verb : kVerbs) std::fprintf(stderr, "  ostrane-cli %s\n", verb.usage);
+  std::fprintf(stderr, "every verb takes --lexicon FILE: the player's own word list in place of the embedded one\n");
   return 2;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc < 2) return Usage();
-  ostrane::cli::Args args(argv + 2, argv + argc);
+  // "--lexicon FILE" (or "--lexicon=FILE"), before or after the verb.
+  std::vector<std::string> words;
+  std::string list;
+  for (int i = 1; i < argc; ++i) {
+    const std::string arg = argv[i];
+    if (arg == "--lexicon" || arg.rfind("--lexicon=", 0) == 0) {
+      if (arg == "--lexicon" && i + 1 == argc) {
+        std::fprintf(stderr, "ostrane-cli: --lexicon demande un fichier\n");
+        return 2;
+      }
+      list = arg == "--lexicon" ? argv[++i] : arg.substr(10);
+      continue;
+    }
+    words.push_back(arg);
+  }
+  if (words.empty()) return Usage();
+  if (!list.empty() && !ostrane::cli::UseWordList(list)) return 2;
+  const ostrane::cli::Args args(words.begin() + 1, words.end());
   for (const Verb& verb : kVerbs) {
-    if (std::strcmp(argv[1], verb.name) != 0) continue;
+    if (words[0] != verb.name) continue;
     try {
       return verb.run(args);
     } catch (const ostrane::cli::UsageError& error) {
@@ -46,6 +64,6 @@ int main(int argc, char** argv) {
       return 2;
     }
   }
-  std::fprintf(stderr, "ostrane-cli: unknown verb '%s'\n", argv[1]);
+  std::fprintf(stderr, "ostrane-cli: unknown verb '%s'\n", words[0].c_str());
   return Usage();
 }

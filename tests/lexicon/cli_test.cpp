@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "lexicon/expressions.h"
+#include "lexicon/word_list.h"
 #include "tests/support/cli_run.h"
 #include "tests/support/test_support.h"
 
@@ -60,7 +61,6 @@ TEST(LexiconCommandLine, BadArgumentsGiveOneLineAndStatusTwo) {
            {"pattern", "*1*", "abc"},
            {"pattern", "*A*", "abc", "x"},
            {"check"},
-           {"check", "l'été"},
            {"lexicon", "more"},
            {"nothing"},
        }) {
@@ -71,6 +71,55 @@ TEST(LexiconCommandLine, BadArgumentsGiveOneLineAndStatusTwo) {
     if (args.front() == "nothing") continue;  // the usage follows
     EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
   }
+}
+
+TEST(LexiconCommandLine, CheckFoldsAccentsAndAnswersEveryGoodArgument) {
+  const CliRun run = RunCli({"check", "été", "l'été", "MAÎTRE", "cœur", "porte-clé", "é", "anticonstitutionnellement"});
+  EXPECT_EQ(run.status, 1);  // two arguments were no words
+  EXPECT_EQ(run.out, "ETE\toui\t" + *RealLexicon().DefM23.FindForCheck("ETE") +
+                         "\nMAITRE\tnon\nCOEUR\toui\nE\tnon\nANTICONSTITUTIONNELLEMENT\tnon\n");
+  EXPECT_EQ(run.err,
+            "ostrane-cli check: « l'été » : seulement des lettres, sans tiret, apostrophe, chiffre ni espace\n"
+            "ostrane-cli check: « porte-clé » : seulement des lettres, sans tiret, apostrophe, chiffre ni espace\n");
+  EXPECT_EQ(RunCli({"check", "a b"}).err,
+            "ostrane-cli check: « a b » : seulement des lettres, sans tiret, apostrophe, chiffre ni espace\n");
+  EXPECT_EQ(RunCli({"check", " "}).err, "ostrane-cli check: «   » : aucune lettre\n");
+}
+
+TEST(LexiconCommandLine, EveryVerbTakesThePlayersOwnList) {
+  TempDir dir;
+  setenv("XDG_CACHE_HOME", (dir.path() / "cache").c_str(), 1);  // the tool's compiled copies go there
+  const std::filesystem::path list = dir.path() / "ma liste.txt";
+  WriteFile(list, "# quelques mots\nMaître\nmaîtres\nchat\nchats\nété\nl'été\nzygomatiques\n");
+  const std::string option = "--lexicon=" + list.string();
+  const CliRun check = RunCli({"--lexicon", list.string(), "check", "maitre", "maison", "ete"});
+  ASSERT_EQ(check.status, 0) << check.err;
+  // ETE keeps its embedded definition; MAISON is no word of this list.
+  EXPECT_EQ(check.out, "MAITRE\toui\nMAISON\tnon\nETE\toui\t" + *RealLexicon().DefM23.FindForCheck("ETE") + "\n");
+  EXPECT_EQ(check.err, "ostrane-cli: liste « ma liste.txt » : 6 mots, 1 ligne ignorée\n");
+  const CliRun again = RunCli({"check", "chats", option});
+  EXPECT_EQ(again.out, "CHATS\toui\n");
+  EXPECT_EQ(again.err, "ostrane-cli: liste « ma liste.txt » : 6 mots, 1 ligne ignorée (copie compilée)\n");
+  EXPECT_EQ(RunCli({"words", "stach", option}).out, "CHAT\nCHATS\n");
+  EXPECT_EQ(RunCli({"pattern", "*****", "stachz", option}).out, "CHAT\nCHATS\n");
+  EXPECT_EQ(RunCli({"lexicon", option}).out.substr(0, 12), "2\t0\n3\t1\n4\t1\n");
+  EXPECT_EQ(RunCli({"solve", "chatsxx", "--exact", option}).out.substr(0, 11), "best chats ");
+  EXPECT_EQ(RunCli({"analyse", "tahc", option}).out.substr(0, 7), "1 CHAT ");
+  EXPECT_TRUE(std::filesystem::exists(dir.path() / "cache" / "ostrane" / "listes"));
+
+  // Files that cannot be lists: the reason, status 2, nothing answered.
+  WriteFile(dir.path() / "vide.txt", "# rien\n1\n");
+  const std::vector<std::pair<std::string, std::string>> bad = {
+      {(dir.path() / "absente.txt").string(), "Le fichier « " + (dir.path() / "absente.txt").string() + " » n'existe pas."},
+      {(dir.path() / "vide.txt").string(), "Le fichier « vide.txt » ne contient aucun mot de 2 à 15 lettres (1 ligne ignorée)."},
+      {dir.path().string(), "« " + dir.path().string() + " » est un dossier, pas une liste de mots."}};
+  for (const auto& [file, message] : bad) {
+    const CliRun run = RunCli({"check", "chat", "--lexicon", file});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err, "ostrane-cli: " + message + "\n");
+  }
+  EXPECT_EQ(RunCli({"check", "chat", "--lexicon"}).status, 2);
 }
 
 }  // namespace
