@@ -1023,6 +1023,10 @@ SavedGame FrmPlateau::Snapshot() const {
   }
   game.randomState = program_.engine.Random.State();
   game.TopsTotal = TopsTotal;
+  if (!program_.wordList.Embedded()) {
+    game.wordListKey = program_.wordList.key;
+    game.wordListFile = program_.wordList.file.string();
+  }
   return game;
 }
 

@@ -1,11 +1,23 @@
 #include "lexicon/lexicon.h"
 
+#include <algorithm>
+
 namespace ostrane {
 
 void Lexicon::LoadAll(const Reader& read, const ClsDico::Progress& progress) {
+  Dico = ClsDico{};
+  graph_ = std::make_shared<GraphSlot>();
   Dico.DictionaryOrg(read(kDico), progress);
   for (int length = 10; length <= 15; ++length) LongWords(size_t(length)).Load(read(LongListName(length)));
   DefM23.Load(read(kDefinitions));
+}
+
+int64_t Lexicon::WordCount() const {
+  int64_t count = 0;
+  for (size_t length = 2; length <= 9; ++length)
+    if (length < Dico.CountsByLength().size()) count += Dico.CountsByLength()[length];
+  for (size_t length = 10; length <= 15; ++length) count += std::max(0, LongWords(length).UBound());
+  return count;
 }
 
 const WordGraph& Lexicon::Graph() const {

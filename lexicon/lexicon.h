@@ -29,7 +29,8 @@ struct Lexicon {
   static constexpr std::string_view kDefinitions = "M23";
   static std::string LongListName(int length) { return "DIC" + std::to_string(length); }
 
-  // Loads everything in one go from a reader of named resources.
+  // Loads everything in one go from a reader of named resources (what was
+  // loaded before goes, the word graph with it).
   using Reader = std::function<std::string(std::string_view name)>;
   void LoadAll(const Reader& read, const ClsDico::Progress& progress = nullptr);
 
@@ -38,6 +39,8 @@ struct Lexicon {
   // whichever thread asks first; the others wait for it. A graph already
   // made (read back from a file) may be handed over before.
   const WordGraph& Graph() const;
+  // The words of the tree and of the long lists.
+  int64_t WordCount() const;
   void SetGraph(std::shared_ptr<const WordGraph> graph);
 
  private:

@@ -238,6 +238,11 @@ std::string FormatSavedGame(const SavedGame& game) {
   line("Moteur", std::to_string(game.ownRowColumn) + " " + std::to_string(game.ownRowRow) + " " +
                      std::to_string(game.ownRowSet) + " " + std::to_string(game.randomState));
   if (game.TopsTotal != 0) line("Tops", std::to_string(game.TopsTotal));
+  if (!game.wordListFile.empty() && game.wordListFile.find_first_of("\r\n") == std::string::npos) {
+    char key[17];
+    std::snprintf(key, sizeof key, "%016llx", static_cast<unsigned long long>(game.wordListKey));
+    line("Liste", key + (" " + game.wordListFile));
+  }
   text += "Fin\r\n";
   return text;
 }
@@ -304,6 +309,12 @@ std::optional<SavedGame> ParseSavedGame(std::string_view text) {
       return std::nullopt;
   }
   if (fields.Optional("Tops", value) && !ReadInt(value, 1, 1000000, game.TopsTotal)) return std::nullopt;
+  if (fields.Optional("Liste", value)) {
+    const size_t space = value.find(' ');
+    if (space != 16 || value.size() < 18 || value.find_first_not_of("0123456789abcdef") != 16) return std::nullopt;
+    game.wordListKey = std::stoull(std::string(value.substr(0, 16)), nullptr, 16);
+    game.wordListFile = value.substr(17);
+  }
   if (!fields.Line("Fin") || !fields.AtEnd()) return std::nullopt;
   if (!Consistent(game)) return std::nullopt;
   return game;
@@ -367,6 +378,8 @@ bool SameGame(const SavedGame& a, const SavedGame& b) {
     g->VarSecondes = g->VarMinutes = g->VarHeures = 0;
     g->LblTimer.clear();
     g->LblDuree.clear();
+    g->wordListKey = 0;
+    g->wordListFile.clear();
   }
   return x == y;
 }

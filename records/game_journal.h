@@ -27,6 +27,8 @@
 //   Chevalet=abe?rst              the rack's Tags in place order, when the draw is done
 //   Moteur=3 7 -1 1234567         the search's own-row memory (column, row, set) and the random state
 //   Tops=412                      the exact tops of the turns played, added up (only when not 0)
+//   Liste=0123456789abcdef /home/… the player's own word list the game is played with: the digest of
+//                                 its bytes and its file (only when it is not the embedded list)
 //   Fin
 //
 // It is written whole into a temporary file of the same folder, which then
@@ -74,6 +76,10 @@ struct SavedGame {
   int16_t ownRowColumn = 0, ownRowRow = 0, ownRowSet = 0;
   uint64_t randomState = 0;  // the program's random generator
   int32_t TopsTotal = 0;     // the exact tops of the turns played, added up (a line of its own, when not 0)
+  // The player's own word list of the game: the digest of its bytes and its
+  // file; no file for the embedded list.
+  uint64_t wordListKey = 0;
+  std::string wordListFile;
 
   bool operator==(const SavedGame&) const = default;
 };
@@ -124,7 +130,8 @@ class GameJournal {
   std::filesystem::path file_;
 };
 
-// Whether two kept states are the same game (the clock apart).
+// Whether two kept states are the same game (the clock and the word list
+// apart).
 bool SameGame(const SavedGame& a, const SavedGame& b);
 
 // The question of the start when a game was left unfinished.

@@ -10,6 +10,7 @@
 
 #include "engine/context.h"
 #include "lexicon/messages.h"
+#include "lexicon/user_list.h"
 #include "records/host.h"
 #include "records/options.h"
 #include "records/settings.h"
@@ -34,6 +35,8 @@ struct Program {
   Options options;
   // The program's own settings ("ostrane.ini"), for what it adds to the game.
   Settings settings;
+  // The word list the lexicon holds: the embedded one, or the player's.
+  WordListInUse wordList;
   std::string NomPartie;
   int16_t NumPartie = 0;
 

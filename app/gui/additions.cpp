@@ -19,6 +19,7 @@
 #include "app/gui/main_window.h"
 #include "app/gui/qt_forms.h"
 #include "app/gui/score_sheet.h"
+#include "app/gui/word_list_window.h"
 #include "board_view/replay.h"
 #include "game/game_export.h"
 #include "game/game_record.h"
@@ -74,6 +75,8 @@ Additions::Additions(MainWindow& window, Program& program, QtForms& forms, const
   Add(QStringLiteral("Feuille de partie (PDF)…"), QKeySequence(Qt::CTRL | Qt::Key_P), &Additions::ScoreSheet);
   Add(QStringLiteral("Imprimer la feuille de partie…"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P),
       &Additions::PrintScoreSheet);
+  menu_->addSeparator();
+  Add(QStringLiteral("Liste de mots…"), QKeySequence(Qt::CTRL | Qt::Key_L), &Additions::OpenWordList);
   // The menu shows what can be done now; the keys always reach the commands,
   // which look for themselves.
   connect(menu_, &QMenu::aboutToShow, this, &Additions::UpdateCommands);
@@ -151,6 +154,23 @@ void Additions::OpenAnalysis() {
   analysis_->Refresh();
   analysis_->raise();
   analysis_->activateWindow();
+}
+
+void Additions::OpenWordList() {
+  if (window_.InputRefused() || !wordLists) return;
+  WordListWindow dialog(&window_, *wordLists);
+  wordListWindow_ = &dialog;
+  dialog.tell = [this](const QString& text) { Tell(text); };
+  bool reopen = false;
+  dialog.applyNow = [&] {
+    if (!window_.Model().CmdNew.enabled || !reopenForWordList) return false;  // a game has begun
+    reopen = true;
+    dialog.accept();
+    return true;
+  };
+  dialog.exec();
+  wordListWindow_ = nullptr;
+  if (reopen) reopenForWordList();
 }
 
 void Additions::Undo() {

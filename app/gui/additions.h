@@ -10,12 +10,15 @@
 #include <QPointer>
 #include <QString>
 
+#include <functional>
+
 class QAction;
 class QMenu;
 class QToolButton;
 
 namespace ostrane {
 class GameRecord;
+class WordLists;
 struct Lexicon;
 struct Program;
 }  // namespace ostrane
@@ -39,6 +42,16 @@ class Additions : public QObject {
   QMenu* Menu() const { return menu_; }
   // The menu's command of that caption (the same on its key).
   QAction* Command(const QString& caption) const;
+
+  // "Liste de mots…": the list in use, and the choice of another. A list
+  // chosen before any game has begun is put in service at once by
+  // `reopenForWordList` (which reopens the main window: it must not run
+  // before the command returns).
+  void OpenWordList();
+  WordLists* wordLists = nullptr;
+  std::function<void()> reopenForWordList;
+  // The window of the word lists while it is open (for the tests).
+  class WordListWindow* WordListDialog() const { return wordListWindow_; }
 
   // "Analyse du tirage" (F5): opens the window, or brings it to the front.
   void OpenAnalysis();
@@ -73,6 +86,7 @@ class Additions : public QObject {
   QMenu* menu_;
   QAction* exact_;
   QPointer<AnalysisWindow> analysis_;  // a child of the main window
+  class WordListWindow* wordListWindow_ = nullptr;
 };
 
 }  // namespace ostrane::gui

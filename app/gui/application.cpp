@@ -17,6 +17,7 @@
 #include "records/game_name.h"
 #include "records/screen_check.h"
 #include "records/start_up.h"
+#include "records/word_lists.h"
 
 namespace ostrane::gui {
 
@@ -24,7 +25,8 @@ Application::Application(Host& host, Settings settings)
     : host_(host),
       settings_(std::move(settings)),
       program_(lexicon_, host),
-      forms_(program_, settings_.startDirectory.isEmpty() ? QDir::currentPath() : settings_.startDirectory) {
+      forms_(program_, settings_.startDirectory.isEmpty() ? QDir::currentPath() : settings_.startDirectory),
+      lists_(std::make_unique<WordLists>(program_, lexicon_, ReadResource, UserCacheFolder())) {
   if (settings_.startDirectory.isEmpty()) settings_.startDirectory = QDir::currentPath();
   forms_.onEnd = [this] { End(); };
   // The road goes from window to window with none on the screen for a while
@@ -35,7 +37,7 @@ Application::Application(Host& host, Settings settings)
 }
 
 Application::~Application() {
-  if (graphBuilder_.joinable()) graphBuilder_.join();
+  JoinGraph();
   ClosePlateau();
   ClosePartie();
   CloseScreenCheck();
@@ -49,25 +51,28 @@ void Application::Post(void (Application::*step)()) {
 }
 
 bool Application::Start(bool anotherInstanceRunning) {
+  const std::filesystem::path directory = settings_.startDirectory.toStdString();
+  // The program's own settings, beside "Option.ret": the word list they name
+  // is the one the start-up loads.
+  ReadSettings(directory / kSettingsFileName, program_.settings);
   Frm11Dem::Links links;
-  links.read = [](std::string_view name) { return ReadResource(name); };
+  links.read = lists_->StartReader();
   links.loadNext = [this] { Post(&Application::LoadScreenCheck); };
   links.endProgram = [this] { End(); };
   start_ = std::make_unique<Frm11Dem>(program_, lexicon_, std::move(links));
   startWindow_ = std::make_unique<StartupWindow>(*start_);
   StartupWindow* window = startWindow_.get();
   start_->changed = [window] { window->Refresh(); };
-  const std::filesystem::path directory = settings_.startDirectory.toStdString();
   const bool running = start_->Form_Load(directory, anotherInstanceRunning);
-  // The program's own settings, beside "Option.ret".
-  ReadSettings(program_.SettingsFile(), program_.settings);
   if (running) window->Refresh();
   emit stepOpened();
+  if (running) TellWordLists();
   return running;
 }
 
 void Application::LoadScreenCheck() {
   CloseStart();
+  lists_->Started();
   // The lexicon is loaded: its word graph is made meanwhile, on the side.
   if (!graphBuilder_.joinable()) graphBuilder_ = std::thread([this] { lexicon_.Graph(); });
   FrmEcranResol::Links links;
@@ -89,6 +94,10 @@ void Application::AskResume() {
   journal_ = std::make_unique<GameJournal>(program_.JournalFile());
   takeUp_ = OfferResume(program_, *journal_);
   if (takeUp_) {
+    // The game goes on with the word list it was played with.
+    JoinGraph();
+    lists_->ForTakenUpGame(*takeUp_);
+    TellWordLists();
     LoadPlateau();
   } else {
     LoadPartie();
@@ -107,6 +116,12 @@ void Application::LoadPartie() {
 
 void Application::LoadPlateau() {
   ClosePartie();
+  if (!takeUp_) {
+    // A new game: with the word list the settings name.
+    JoinGraph();
+    lists_->BeforeNewGame();
+    TellWordLists();
+  }
   plateau_ = std::make_unique<FrmPlateau>(program_, forms_);
   plateau_->journal = journal_.get();
   OfferExactAnalysis(*plateau_, lexicon_.Graph());
@@ -133,6 +148,8 @@ void Application::LoadPlateau() {
   mainWindow_ = std::make_unique<MainWindow>(*plateau_);
   forms_.SetMainWindow(mainWindow_.get());
   additions_ = new Additions(*mainWindow_, program_, forms_, lexicon_, *record_);
+  additions_->wordLists = lists_.get();
+  additions_->reopenForWordList = [this] { Post(&Application::ReopenForWordList); };
   mainWindow_->unload = [this](FrmPlateau::Unload next) {
     if (next == FrmPlateau::Unload::EndProgram) End();
     if (next == FrmPlateau::Unload::ToPartie) Post(&Application::LoadPartie);
@@ -186,6 +203,27 @@ void Application::ClosePlateau() {
   mainWindow_.reset();
   record_.reset();
   plateau_.reset();
+}
+
+void Application::JoinGraph() {
+  if (graphBuilder_.joinable()) graphBuilder_.join();
+}
+
+void Application::TellWordLists() {
+  if (lists_->Told().empty()) return;
+  program_.StrMsg = lists_->Told();
+  program_.ShowMessage(kOkOnly);
+}
+
+void Application::ReopenForWordList() {
+  ClosePlateau();
+  LoadPlateau();
+  if (lists_->Told().empty() && !ended_) {
+    std::string text = lists_->InUse();
+    if (!text.empty()) text[0] = 'L';
+    program_.StrMsg = text + " est en service.";
+    program_.ShowMessage(kOkOnly);
+  }
 }
 
 void Application::TakeUpRecord(const SavedGame& game) {

@@ -24,6 +24,7 @@ class FrmEcranResol;
 class FrmPartie;
 class FrmPlateau;
 class GameRecord;
+class WordLists;
 }  // namespace ostrane
 
 namespace ostrane::gui {
@@ -71,6 +72,8 @@ class Application : public QObject {
   // The record of the game in progress (null while the main window is not
   // open).
   GameRecord* Record() const { return record_.get(); }
+  // The word list in use and the player's choice.
+  WordLists& Lists() { return *lists_; }
   // The journal of the game in progress, once the start-up is done.
   GameJournal* Journal() const { return journal_.get(); }
 
@@ -93,6 +96,12 @@ class Application : public QObject {
   void ClosePlateau();
   // The record kept beside the journal, when it is the taken-up game's own.
   void TakeUpRecord(const SavedGame& game);
+  // The word graph's side thread done with (before the lexicon changes).
+  void JoinGraph();
+  // Tells what the word lists have to say, if anything.
+  void TellWordLists();
+  // The main window made again for a word list chosen before any game.
+  void ReopenForWordList();
 
   Host& host_;
   Settings settings_;
@@ -110,6 +119,7 @@ class Application : public QObject {
   std::unique_ptr<FrmPlateau> plateau_;
   std::unique_ptr<GameRecord> record_;  // follows plateau_, gone before it
   std::unique_ptr<MainWindow> mainWindow_;
+  std::unique_ptr<WordLists> lists_;
   std::unique_ptr<GameJournal> journal_;
   std::optional<SavedGame> takeUp_;  // the kept game the next main form takes up
   Additions* additions_ = nullptr;   // owned by the main window

@@ -114,6 +114,10 @@ SavedGame Generated(std::mt19937_64& random) {
   game.ownRowSet = int16_t(-below(2));
   game.randomState = random();
   game.TopsTotal = below(3) == 0 ? 0 : int32_t(below(3000)) + 1;  // the exact tops, when they were kept
+  if (below(3) == 0) {  // the player's own word list
+    game.wordListKey = random();
+    game.wordListFile = below(2) ? "/home/joueur/Listes de mots/ODS 9.txt" : "/tmp/l\xC3\xA9xique";
+  }
   return game;
 }
 
@@ -144,6 +148,16 @@ TEST_F(Journal, AGameIsWrittenAsOneFieldALine) {
   const std::string text = FormatSavedGame(tops);
   EXPECT_EQ(text.substr(text.size() - 14), "Tops=37\r\nFin\r\n");
   EXPECT_EQ(ParseSavedGame(text), tops);
+  // The player's own word list, on a line of its own: the digest of its
+  // bytes and its file.
+  SavedGame own = tops;
+  own.wordListKey = 0x0123456789abcdefull;
+  own.wordListFile = "/home/joueur/ma liste.txt";
+  const std::string listed = FormatSavedGame(own);
+  EXPECT_EQ(listed.substr(listed.size() - 64),
+            "Tops=37\r\nListe=0123456789abcdef /home/joueur/ma liste.txt\r\nFin\r\n");
+  EXPECT_EQ(ParseSavedGame(listed), own);
+  EXPECT_TRUE(SameGame(own, tops));  // the same game, whatever its list
 }
 
 TEST_F(Journal, GeneratedGamesComeBackAsTheyWent) {
