@@ -20,7 +20,7 @@ struct Program;
 struct SavedGame;
 
 // What the windows say of a list.
-//   "la liste intégrée (374 936 mots)"
+//   "la liste intégrée (374 993 mots)"
 //   "la liste « ods.txt » (402 325 mots, 3 lignes ignorées)"
 std::string DescribeWordList(const WordListInUse& list);
 

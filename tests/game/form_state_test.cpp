@@ -47,10 +47,10 @@ TEST_F(FormState, ControlsFollowTheStatesOfAGame) {
   EXPECT_EQ(f.LblLTitre.text, "Lettres qu'il reste à piocher");
   EXPECT_EQ(f.LblTirage.text + " " + f.LblPtsJoueur.text, "01 0");
   // The best play, in the box, the summary, the solution label and the arrow.
-  EXPECT_EQ(forms.boiteD[0], "ABEE|H-5  Horizontal|12||");
-  EXPECT_EQ(f.LblIndic.text, "Solution: ABEE\r\nPosition: H-5 Horizontal\r\nNombre de points: 12");
+  EXPECT_EQ(forms.boiteD[0], "ABEE|E-8  Vertical|12||");
+  EXPECT_EQ(f.LblIndic.text, "Solution: ABEE\r\nPosition: E-8 Vertical\r\nNombre de points: 12");
   EXPECT_EQ(f.LblSolution.text, "ABEE");
-  EXPECT_EQ(f.ImgXYPicture, FrmPlateau::Arrow::ImgClassicHor);
+  EXPECT_EQ(f.ImgXYPicture, FrmPlateau::Arrow::ImgClassicVer);
   ASSERT_TRUE(LayProposition());
   expect("proposal", "011111");
   EXPECT_EQ(f.LblPts.text, "12");

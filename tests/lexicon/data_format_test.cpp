@@ -112,5 +112,45 @@ TEST(Definitions, TheSolutionBoxNeverReadsTheLastLineAndCodePage1252RoundTrips) 
   EXPECT_EQ(Utf8ToCp1252("Œuvre ≠"), "\x8Cuvre ?");
 }
 
+TEST(WordListData, TheKnownFaultsOfTheEmbeddedListStayMended) {
+  ClsExpressions check;
+  check.SubDico(test::RealLexicon());
+  const auto knows = [&](const char* word) { return check.SubWordIsTrue(std::string_view(word)); };
+  // Common nouns that are also titles, and words that live in locutions.
+  for (const char* word : {"MAITRE", "MAITRESSE", "DOCTEUR", "PROFESSEUR", "MONSIEUR", "MADAME", "MADEMOISELLE",
+                           "MAMAN", "PAPA", "SEIGNEUR", "MESSIRE", "ANTAN", "ENVI", "JEUN", "EMBLEE", "CATIMINI",
+                           "TAPINOIS", "FORTIORI"})
+    EXPECT_TRUE(knows(word)) << word;
+  // Short words the players' lists admit, and those they do not.
+  for (const char* word : {"CRE", "KAN", "LOL", "MIN", "NEO", "REZ", "YUE", "APP", "DEO", "GIF", "LED", "PHO"})
+    EXPECT_TRUE(knows(word)) << word;
+  for (const char* word : {"ABA", "AVO", "HOC"}) EXPECT_FALSE(knows(word)) << word;
+  // Abbreviations, whole kinds of them.
+  for (const char* word : {"ABC", "ALGO", "COOP", "ETYM", "TECH", "TANH", "SINH", "ARCSINH", "QBIT", "KIBIBIT"})
+    EXPECT_FALSE(knows(word)) << word;
+}
+
+TEST(Definitions, NoDefinitionCallsInvariableAWordWhosePluralTheListHas) {
+  // Except where the look-alike plural is another word (DOS, FAX, LAS...).
+  const std::set<std::string> otherWord = {"DO", "FA", "LA", "MI", "MOI", "OUI", "ORE", "PIE", "RA", "SI"};
+  ClsExpressions check;
+  check.SubDico(test::RealLexicon());
+  const Definitions& definitions = test::RealLexicon().DefM23;
+  int plurals = 0;
+  for (int32_t i = 0; i <= definitions.UBound(); ++i) {
+    const std::string& line = definitions.Line(i);
+    const std::string key = line.substr(0, line.find("\xC2\xA7"));
+    const std::string definition = line.substr(line.find('$') + 1);
+    if (otherWord.count(key)) continue;
+    const bool plural = check.SubWordIsTrue(std::string_view(key + "S")) || check.SubWordIsTrue(std::string_view(key + "X"));
+    plurals += plural;
+    if (plural) {
+      EXPECT_EQ(definition.find("inv."), std::string::npos) << line;
+    }
+  }
+  EXPECT_GT(plurals, 100);  // the check saw many
+  EXPECT_NE(definitions.FindForCheck("XI")->find("(plur. xis)"), std::string::npos);
+}
+
 }  // namespace
 }  // namespace ostrane

@@ -12,7 +12,9 @@ data/lexicon/DICO in that list's order, CR LF between lines, the last line
 closed by a NUL instead, then NUL padding to a multiple of 4 bytes.
 
 Every word of 2 or 3 letters must have exactly one line, and no line may name
-a word the list does not hold: the script stops with the list of problems.
+a word the list does not hold; a definition says "inv." only when the list
+has no plural of the word, and gives the plural ("plur. xis") when it has one:
+the script stops with the list of problems.
 """
 import glob
 import os
@@ -20,6 +22,43 @@ import sys
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 LIMIT = 72
+
+
+# Words whose look-alike plural in the list is another word: their "inv."
+# stands.
+OTHER_WORD = {
+    "DO": "DOS, le dos",
+    "FA": "FAX, le fax",
+    "LA": "LAS, fatigué",
+    "MI": "MIS, MIX: mettre, le mix",
+    "MOI": "MOIS, le mois",
+    "OUI": "OUIS, de ouïr",
+    "ORE": "ORES, d'ores et déjà",
+    "PIE": "PIES, des pies (l'adjectif est invariable)",
+    "RA": "RAS, à ras",
+    "SI": "SIS, SIX: de seoir, six",
+}
+
+
+def all_words():
+    words = set()
+    for name in ["DICO"] + ["DIC%d" % n for n in range(10, 16)]:
+        with open(os.path.join(ROOT, "data", "lexicon", name), "rb") as f:
+            words.update(f.read().rstrip(b"\0").decode("ascii").split("\r\n"))
+    return words
+
+
+def plural_problems(entries, words):
+    """A definition that says "inv." while the list has the plural, or that
+    does not give a plural the list has and the definition once denied."""
+    problems = []
+    for key, (shown, definition) in sorted(entries.items()):
+        plurals = [p for p in (key + "S", key + "X") if p in words]
+        if not plurals or key in OTHER_WORD:
+            continue
+        if "inv." in definition:
+            problems.append("%s: says inv., but the list has %s" % (key, ", ".join(plurals)))
+    return problems
 
 
 def short_words():
@@ -65,6 +104,7 @@ def main():
     known = set(words)
     problems += ["no definition for %s" % w for w in words if w not in entries]
     problems += ["%s is not a word of the list" % k for k in entries if k not in known]
+    problems += plural_problems(entries, all_words())
     if problems:
         print("\n".join(problems), file=sys.stderr)
         print("%d problem(s)" % len(problems), file=sys.stderr)

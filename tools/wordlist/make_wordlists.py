@@ -60,7 +60,6 @@ DROP_TAGS = {
     "npr",   # proper nouns
     "prn",   # first names
     "patr",  # family names
-    "titr",  # titles (M., Dr...)
     "nbro",  # roman numerals
     "err",   # forms marked as errors (qu, jusqu...)
     "sign",  # signs
@@ -68,6 +67,11 @@ DROP_TAGS = {
     "ponc",  # punctuation
     "div",   # odds and ends
 }
+# Titles ("po:titr") drop nothing: the dictionary gives the tag to common
+# nouns that also serve as titles (maître, docteur, madame, papa, seigneur)
+# and to their plurals used alone (mesdames, messieurs), all lower-case
+# words; the abbreviations of titles (Dr, Mme, Mgr) are written with a
+# capital and fall to the case rule.
 # Prefixes and parts of locutions stay out unless the same entry is also one
 # of these.
 WORD_TAGS = {"nom", "adj", "adv", "interj", "prep", "mg"}
@@ -91,7 +95,15 @@ def read_list_file(path):
 
 
 def load_stoplist(path):
-    return {text for _, text in read_list_file(path)}
+    """The lemmas of the stop-list, and its kinds: "~regex" lines, each a
+    pattern that a whole kind of abbreviation matches."""
+    lemmas, kinds = set(), []
+    for lineno, text in read_list_file(path):
+        if text.startswith("~"):
+            kinds.append((lineno, re.compile(text[1:])))
+        else:
+            lemmas.add(text)
+    return lemmas, kinds
 
 
 def load_short_words(path):
@@ -350,7 +362,9 @@ def is_verb(tags):
 
 
 def entry_verdict(entry, stoplist):
-    """None when the entry is kept, else the reason it is dropped."""
+    """None when the entry is kept, else the reason it is dropped.
+    `stoplist` is (lemmas, kinds)."""
+    lemmas, kinds = stoplist
     lemma, tags, flags = entry.lemma, entry.tags, entry.flags
     if len(lemma) < 2 or not lemma.isalpha() or lemma != lemma.lower():
         return "not a lower-case word"
@@ -362,9 +376,20 @@ def entry_verdict(entry, stoplist):
         return "tag " + ",".join(sorted(tags & DROP_TAGS))
     if not (tags & WORD_TAGS) and ("pfx" in tags or any(t.startswith("loc.") for t in tags)):
         return "prefix or part of a locution"
-    if lemma in stoplist:
+    if lemma in lemmas:
         return "stop-list"
+    if any(kind.fullmatch(lemma) for _, kind in kinds):
+        return "stop-list kind"
     return None
+
+
+def locution_word(entry):
+    """A part of a locution that is a word of its own: one lower-case word,
+    tagged only as part of a locution (à l'envi, d'antan, à jeun, d'emblée,
+    en catimini, en tapinois, a fortiori). Kept when wfrench attests it."""
+    tags = entry.tags
+    return (not (tags & WORD_TAGS) and "pfx" not in tags and any(t.startswith("loc.") for t in tags)
+            and entry.lemma.isalpha() and entry.lemma == entry.lemma.lower())
 
 
 def needs_evidence(entry):
@@ -441,8 +466,17 @@ class Build:
         self.forms_of = {}         # entry index -> set of raw forms (--check only)
         words = set()
         removed = set(self.remove)
+        self.locution_words = []
         for i, e in enumerate(self.entries):
             reason = entry_verdict(e, self.stoplist)
+            if (reason == "prefix or part of a locution" and self.wfrench is not None and locution_word(e)
+                    and normalise(e.lemma) in self.wfrench):
+                lemmas, kinds = self.stoplist
+                if e.lemma in lemmas or any(kind.fullmatch(e.lemma) for _, kind in kinds):
+                    reason = "stop-list"
+                else:
+                    reason = None
+                    self.locution_words.append(e.lemma)
             if reason is None and normalise(e.lemma) in removed:
                 reason = "short-word review"
             if reason is None:
@@ -480,7 +514,9 @@ class Build:
             self.added_words |= normal - words
             words |= normal
         lemmas = {e.lemma for e in self.entries}
-        self.stale += sorted("stop-list " + w for w in self.stoplist - lemmas)
+        self.stale += sorted("stop-list " + w for w in self.stoplist[0] - lemmas)
+        self.stale += ["stop-list kind " + kind.pattern for _, kind in self.stoplist[1]
+                       if not any(kind.fullmatch(x) for x in lemmas)]
         removed_lemmas = {normalise(lemma) for lemma in lemmas} & removed
         for w in self.remove:
             if w not in words and w not in removed_lemmas:
@@ -536,9 +572,11 @@ MUST_HAVE = """ABAISSASSIEZ ABAISSAT ABAISSERAIENT FINISSIONS FINIRENT FINIES AL
 AILLENT FUMES FUSSIONS EUMES EUSSIEZ FAISONS FIMES FISSENT CHEVAUX TRAVAUX ACTRICE ACTRICES
 OEIL YEUX CIEUX METRE METRES LITRE GRAMMES KILOGRAMMES CENTIMETRE MEGAWATTS HERTZ LUX OHM
 WATTS CE ET JE MA NI SA SE OU OUI NON DEUX TROIS CINQ ZYGOMATIQUES PRAGMATIQUEMENT
-CONSTITUTIONNEL AA AAS KA OM IXE IXERAIENT ZEK""".split()
+CONSTITUTIONNEL AA AAS KA OM IXE IXERAIENT ZEK YUE MAITRE MAITRESSE DOCTEUR PROFESSEUR MONSIEUR
+MADAME MADEMOISELLE MAMAN PAPA SEIGNEUR MESSIRE ANTAN ENVI JEUN EMBLEE CATIMINI TAPINOIS FORTIORI
+APP APPS LED LEDS PHO GIF""".split()
 MUST_NOT_HAVE = """KM MW KG CM MM YOTTAMETRE GIGAGRAMME ATTOWATT NANOJOULES PETAHERTZ JANV COS PT DPI
-QU JUSQU LORSQU TOULOUSE LYON MME MLLE XIV AV VS YUE YUES ZZZZ
+QU JUSQU LORSQU TOULOUSE LYON MME MLLE XIV AV VS ZZZZ ABA AVO TANH ARCSINH QBIT KIBIBIT ETYM
 ABALOBER ABALOBERAIENT""".split()
 
 
@@ -681,6 +719,8 @@ def main():
     for reason, count in sorted(build.dropped.items(), key=lambda kv: (-kv[1], kv[0])):
         print(f"  dropped {count:>6}  {reason}")
     print(f"{len(build.unit_words)} words of prefixed unit names attested by wfrench")
+    print(f"{len(build.locution_words)} parts of locutions kept as words (wfrench attests them): "
+          + " ".join(sorted(build.locution_words)))
     print(f"{len(build.expanded)} words from the expansion, short-word review: "
           f"{len(build.add)} entries giving {len(build.added_words)} words added, {len(build.remove)} words removed")
     for s in build.stale:
