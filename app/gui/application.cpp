@@ -217,13 +217,19 @@ void Application::TellWordLists() {
 
 void Application::ReopenForWordList() {
   ClosePlateau();
-  LoadPlateau();
-  if (lists_->Told().empty() && !ended_) {
+  // The list is put in service and the player told before the main window
+  // comes back, as for a new game: its guided tour then comes after the word.
+  JoinGraph();
+  lists_->BeforeNewGame();
+  if (!lists_->Told().empty()) {
+    TellWordLists();
+  } else {
     std::string text = lists_->InUse();
     if (!text.empty()) text[0] = 'L';
     program_.StrMsg = text + " est en service.";
     program_.ShowMessage(kOkOnly);
   }
+  if (!ended_) LoadPlateau();
 }
 
 void Application::TakeUpRecord(const SavedGame& game) {

@@ -707,6 +707,8 @@ void MainWindow::BuildWordCheck() {
   lblA1_ = MakeLabel(lblA11_, QRect(5, 0, kPlateauWidth - kAnswerLeft - 8, 36), Sized(base, 8, true),
                      Qt::AlignLeft | Qt::AlignVCenter, "LblA1");
   lblA1_->setWordWrap(true);
+  txtCtrl_->setAccessibleName(QStringLiteral("Vérifier un mot"));
+  lblA1_->setAccessibleDescription(QStringLiteral("Réponse de la vérification"));
 
   const view::FaceSet& faces = view::FaceSet::Shared();
   imgA_ = new QLabel(client_);

@@ -225,6 +225,12 @@ class Program:
         env = dict(self.desktop.env)
         env["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
         env.pop("QT_QPA_PLATFORM", None)
+        # The player's folders of its own, beside the start folder: the
+        # compiled word lists and the data go there, not into the tester's.
+        home = self.folder.parent / "home"
+        env["XDG_CACHE_HOME"] = str(home / "cache")
+        env["XDG_DATA_HOME"] = str(home / "data")
+        env["XDG_CONFIG_HOME"] = str(home / "config")
         self.logfile = open(self.log, "ab")
         self.proc = subprocess.Popen([self.executable, *args], cwd=self.folder, env=env,
                                      stdout=self.logfile, stderr=subprocess.STDOUT)

@@ -124,6 +124,19 @@ class Player:
         button, text = self.wait(box, "a box with %r saying %r" % (answer, contains))
         self.messages.append(text)
         self.click(button)
+        # A box placed by the window manager after it was read may have taken
+        # the click elsewhere: it is clicked again where it now stands.
+        # An answer that ends the program closes the box too.
+        def closed():
+            return not self.program.running() or not box()
+        for _ in range(3):
+            try:
+                wait(closed, "the box to close", 3)
+                break
+            except Timeout:
+                again = box()
+                if again:
+                    self.click(again[0])
         return text
 
     def name_form(self, name=None, untick=(), shot=None):

@@ -269,13 +269,34 @@ class AnEveningOfPlay(unittest.TestCase):
         p.name_form(untick=[SOUNDS])
         p.wait(lambda: p.close_tour_box() or p.program.window(name="Ostrane", role="filler"), "the main window")
         p.close_tour_box()
+
+        # The player's own word list, chosen before the game begins (Ctrl+L):
+        # in service at once, and kept in the program's settings.
+        own = self.work / "ma liste.txt"
+        own.write_text("# Ma liste\nZorglub\nzorglubs\nchat\nchats\nmaître\nl'eau\n", encoding="utf-8")
+        self.desktop.key("ctrl+l")
+        _, content = p.window(name="Liste de mots")
+        p.shot("word_list_window")
+        p.click(find(content, role="push button", name="Choisir un fichier…"))
+        p.file_dialog("Choisir une liste de mots", own)
+        said = p.answer_box("OK", "est en service")
+        self.assertEqual(said, "La liste « ma liste.txt » (5 mots, 1 ligne ignorée) est en service.")
+        p.wait(lambda: p.close_tour_box() or p.program.window(name="Ostrane", role="filler"), "the main window made again")
+        p.close_tour_box()
+        box = find(p.main(), role="text", name="Vérifier un mot")
+        p.click(box)
+        self.desktop.type("zorglub")
+        self.desktop.key("Return")
+        p.wait(lambda: p.value("Réponse de la vérification") == "Le mot ZORGLUB existe.", "the word checked")
+        p.shot("word_list_in_service")
+        self.assertIn("liste_de_mots=%s\n" % own, read(self.file("ostrane.ini")))
         p.click(p.button("Quitter"))
         p.answer_box("Oui", "Quitter le programme ?")
         self.assertEqual(program.wait_exit(20), 0)
         self.assertEqual(read(self.file("Option.ret")),
                          "Oui\r\n5\r\n120\r\nSonNo\r\nDureeYes\r\nImg plateau 2\r\nDef mots 23 1\r\n"
                          "Encadrement 1\r\nResolutionE 0\r\n")
-        self.assertEqual(sorted(f.name for f in self.folder.iterdir()), ["Option.ret", "bestsco.ret"])
+        self.assertEqual(sorted(f.name for f in self.folder.iterdir()), ["Option.ret", "bestsco.ret", "ostrane.ini"])
 
 
 if __name__ == "__main__":
