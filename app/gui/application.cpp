@@ -29,6 +29,7 @@ Application::Application(Host& host, Settings settings)
       lists_(std::make_unique<WordLists>(program_, lexicon_, ReadResource, UserCacheFolder())) {
   if (settings_.startDirectory.isEmpty()) settings_.startDirectory = QDir::currentPath();
   forms_.onEnd = [this] { End(); };
+  forms_.whereFilesAre = settings_.whereFilesAre;
   // The road goes from window to window with none on the screen for a while
   // (a question closed before the main window opens, the main window gone
   // before the name form's timer shows it): the program ends when its own

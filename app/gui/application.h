@@ -40,6 +40,7 @@ class Application : public QObject {
  public:
   struct Settings {
     QString startDirectory;             // CheminApp; the current directory when empty
+    QString whereFilesAre;              // the about box's sentence on that folder
     std::function<int()> screenHeight;  // pixels; the primary screen when empty
     bool pauses = true;                 // the one-second pause of the first two plays
     // How the pause lets its time go by, the window taking no input

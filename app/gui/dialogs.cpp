@@ -754,6 +754,14 @@ AboutDialog::AboutDialog(FrmAbout& model, Shell& shell, const QString& startDire
     l->setMaximumWidth(520);
     layout->addWidget(l);
   }
+  lblFiles_ = new QLabel(this);
+  lblFiles_->setObjectName(QStringLiteral("LblFichiers"));
+  lblFiles_->setWordWrap(true);
+  lblFiles_->setMaximumWidth(520);
+  lblFiles_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  lblFiles_->setStyleSheet(QStringLiteral("color: #1f5c44;"));
+  lblFiles_->hide();
+  layout->addWidget(lblFiles_);
   rtb1_ = new QTextBrowser(this);
   rtb1_->setObjectName(QStringLiteral("Rtb1"));
   rtb1_->setOpenExternalLinks(true);
@@ -781,6 +789,12 @@ AboutDialog::AboutDialog(FrmAbout& model, Shell& shell, const QString& startDire
     MailDialog mail(shell, this);
     mail.exec();
   });
+}
+
+void AboutDialog::SetWhereFilesAre(const QString& sentence) {
+  lblFiles_->setText(sentence);
+  lblFiles_->setAccessibleName(sentence);
+  lblFiles_->setVisible(!sentence.isEmpty());
 }
 
 void AboutDialog::Show() {

@@ -265,6 +265,9 @@ class AboutDialog : public FocDialog<FrmAbout> {
   QPushButton* CmdFerme() const { return cmdFerme_; }
   QPushButton* CmdMail() const { return cmdMail_; }
   QPushButton* CmdSite() const { return cmdSite_; }
+  // Where the program keeps its files, said under the version (hidden when empty).
+  void SetWhereFilesAre(const QString& sentence);
+  QLabel* LblFiles() const { return lblFiles_; }
 
  protected:
   void Show() override;
@@ -274,6 +277,7 @@ class AboutDialog : public FocDialog<FrmAbout> {
   QLabel* lblU_;
   QLabel* lblS_;
   QLabel* lblT_;
+  QLabel* lblFiles_;
   QTextBrowser* rtb1_;
   QPushButton* cmdFerme_;
   QPushButton* cmdMail_;

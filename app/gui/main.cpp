@@ -2,11 +2,16 @@
 #include <QApplication>
 #include <QFont>
 
+#include <QDir>
+#include <QStandardPaths>
+
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 #include "app/gui/application.h"
 #include "app/gui/bind.h"
+#include "app/gui/data_folder.h"
 #include "app/gui/french.h"
 #include "app/gui/qt_host.h"
 #include "app/gui/single_instance.h"
@@ -56,9 +61,52 @@ void Connected() {
   g_held.clear();
 }
 
+constexpr const char* kVersion = "Ostrane 1.23";
+
+// The option the applications menu starts the program with.
+constexpr const char* kUserFolderOption = "--dossier-utilisateur";
+
+bool Asked(int argc, char** argv, const char* option) {
+  for (int i = 1; i < argc; ++i)
+    if (std::strcmp(argv[i], option) == 0) return true;
+  return false;
+}
+
+void PrintHelp() {
+  const QString user = QStandardPaths::writableLocation(QStandardPaths::AppDataLocation);
+  std::printf(
+      "%s : le compagnon de jeu de Tablinor.\n"
+      "\n"
+      "usage : ostrane [--dossier-utilisateur]\n"
+      "        ostrane --help | --version\n"
+      "\n"
+      "Sans option, ouvre la fenêtre du programme (une session graphique est nécessaire ;\n"
+      "l'outil ostrane-cli, lui, fonctionne sans affichage).\n"
+      "\n"
+      "Les options, les meilleurs scores et la partie en cours sont gardés dans le dossier\n"
+      "d'où le programme est lancé quand on peut y écrire ; sinon (ou avec\n"
+      "--dossier-utilisateur, comme le fait le menu des applications) dans\n"
+      "  %s\n"
+      "\n"
+      "  --dossier-utilisateur  garder les fichiers dans ce dossier de données\n"
+      "  --help                 cette aide\n"
+      "  --version              la version\n",
+      kVersion, qPrintable(QDir::toNativeSeparators(user)));
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
+  // Answered on the terminal, without a window.
+  QCoreApplication::setApplicationName(QStringLiteral("ostrane"));
+  if (Asked(argc, argv, "--help") || Asked(argc, argv, "-h")) {
+    PrintHelp();
+    return 0;
+  }
+  if (Asked(argc, argv, "--version")) {
+    std::printf("%s\n", kVersion);
+    return 0;
+  }
   CheckForADisplay();
   g_previousHandler = qInstallMessageHandler(WhileConnecting);
   QApplication app(argc, argv);
@@ -78,7 +126,12 @@ int main(int argc, char** argv) {
 
   ostrane::gui::SingleInstance guard;
   const bool alone = guard.Acquire();
-  ostrane::gui::Application program(host.host, {});
+  const ostrane::gui::DataFolder folder =
+      ostrane::gui::ChooseDataFolder(QDir::currentPath(), Asked(argc, argv, kUserFolderOption));
+  ostrane::gui::Application::Settings settings;
+  settings.startDirectory = folder.path;
+  settings.whereFilesAre = folder.Sentence();
+  ostrane::gui::Application program(host.host, std::move(settings));
   QObject::connect(&guard, &ostrane::gui::SingleInstance::showRequested, &program,
                    &ostrane::gui::Application::BringToFront);
   QObject::connect(&program, &ostrane::gui::Application::ended, &app, [] { QCoreApplication::exit(0); });

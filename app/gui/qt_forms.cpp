@@ -64,6 +64,7 @@ void QtForms::Show(FrmBest& form) {
 
 void QtForms::Show(FrmAbout& form) {
   AboutDialog dialog(form, program_.host.shell, startDirectory_, main_);
+  dialog.SetWhereFilesAre(whereFilesAre);
   Run(dialog);
 }
 

@@ -37,6 +37,8 @@ class QtForms final : public Forms {
   // Letters given to the next blanks dropped on the board without asking (a
   // play laid from the analysis), first first.
   std::deque<char> presetBlanks;
+  // The about box's sentence on where the program keeps its files.
+  QString whereFilesAre;
 
  private:
   Program& program_;

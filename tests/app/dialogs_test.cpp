@@ -2,6 +2,10 @@
 // keys and buttons do, and how they close.
 #include "app/gui/dialogs.h"
 
+#include <QDir>
+#include <QFile>
+#include <QStandardPaths>
+
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -11,6 +15,7 @@
 #include <QToolButton>
 #include <QtTest>
 
+#include "app/gui/data_folder.h"
 #include "board_view/painters.h"
 #include "lexicon/lexicon.h"
 #include "records/program.h"
@@ -151,6 +156,57 @@ class DialogsTest : public QObject {
              QStringLiteral("mailto:?&Subject=Bonjour&Body=Un%20mot%2E"));  // no "to=" in this build
     QTest::mouseClick(aboutDialog.CmdFerme(), Qt::LeftButton);
     QVERIFY(about.view().unloaded && mainEnabled && !aboutDialog.isVisible());
+  }
+
+  void theFilesStayInTheStartFolderOnlyWhenItTakesThem() {
+    QTemporaryDir home;
+    const QString testName = QCoreApplication::applicationName();
+    QCoreApplication::setApplicationName(QStringLiteral("ostrane"));  // as the program names itself
+    qputenv("XDG_DATA_HOME", home.filePath(QStringLiteral("donnees")).toUtf8());
+    const QString user = home.filePath(QStringLiteral("donnees/ostrane"));
+    QCOMPARE(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation), user);
+
+    // Started by hand from a folder of the player's: that folder, as always.
+    QTemporaryDir start;
+    DataFolder chosen = ChooseDataFolder(start.path(), false);
+    QCOMPARE(chosen.path, start.path());
+    QVERIFY(chosen.kind == DataFolder::Kind::Start);
+    QVERIFY2(QDir(start.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).isEmpty(),
+             "the probe leaves nothing behind");
+
+    // From the menu: the user's data folder, made on the way.
+    QVERIFY(!QDir(user).exists());
+    chosen = ChooseDataFolder(start.path(), true);
+    QCOMPARE(chosen.path, user);
+    QVERIFY(chosen.kind == DataFolder::Kind::User);
+    QVERIFY(QDir(user).exists());
+
+    // The root of the disk, a folder that is gone, a file in a folder's place.
+    QCOMPARE(ChooseDataFolder(QStringLiteral("/"), false).path, user);
+    QCOMPARE(ChooseDataFolder(start.filePath(QStringLiteral("parti")), false).path, user);
+    QFile file(start.filePath(QStringLiteral("fichier")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.close();
+    QCOMPARE(ChooseDataFolder(file.fileName(), false).path, user);
+
+    // The about box says which.
+    World w;
+    FrmAbout about(w.program, [](bool) {});
+    about.Form_Load();
+    AboutDialog dialog(about, w.host.shell, user, nullptr);
+    dialog.SetWhereFilesAre(chosen.Sentence());
+    Show(dialog);
+    QVERIFY(dialog.LblFiles()->isVisible());
+    QCOMPARE(dialog.LblFiles()->text(),
+             QStringLiteral("Les options, les meilleurs scores et la partie en cours sont gardés dans votre "
+                            "dossier de données : ") + user);
+    dialog.grab().save(ScreenshotPath(QStringLiteral("about_data_folder")));
+    const DataFolder byHand{start.path(), DataFolder::Kind::Start};
+    QCOMPARE(byHand.Sentence(),
+             QStringLiteral("Les options, les meilleurs scores et la partie en cours sont gardés dans le "
+                            "dossier de départ du programme : ") + start.path());
+    qunsetenv("XDG_DATA_HOME");
+    QCoreApplication::setApplicationName(testName);
   }
 };
 

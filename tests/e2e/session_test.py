@@ -43,9 +43,21 @@ def read(path):
 
 
 class WithoutADisplay(unittest.TestCase):
-    def run_program(self, env):
+    def run_program(self, env, *args):
         env = {k: v for k, v in env.items() if not k.startswith(("QT_QPA", "WAYLAND"))}
-        return subprocess.run([str(BUILD / "ostrane")], env=env, capture_output=True, text=True, timeout=30)
+        return subprocess.run([str(BUILD / "ostrane"), *args], env=env, capture_output=True, text=True,
+                              timeout=30)
+
+    def test_help_and_version_answer_on_the_terminal(self):
+        env = {k: v for k, v in os.environ.items() if k != "DISPLAY"}
+        env["XDG_DATA_HOME"] = "/nulle/part"
+        done = self.run_program(env, "--help")
+        self.assertEqual((done.returncode, done.stderr), (0, ""))
+        self.assertTrue(done.stdout.startswith("Ostrane 1.23 : le compagnon de jeu de Tablinor.\n"))
+        self.assertIn("--dossier-utilisateur", done.stdout)
+        self.assertIn("\n  /nulle/part/ostrane\n", done.stdout)  # where the files go from the menu
+        done = self.run_program(env, "--version")
+        self.assertEqual((done.returncode, done.stdout, done.stderr), (0, "Ostrane 1.23\n", ""))
 
     def test_one_french_sentence_and_a_failing_status(self):
         base = {k: v for k, v in os.environ.items() if k != "DISPLAY"}

@@ -73,6 +73,26 @@ TEST(LexiconCommandLine, BadArgumentsGiveOneLineAndStatusTwo) {
   }
 }
 
+TEST(LexiconCommandLine, HelpListsEveryVerbOnTheStandardOutput) {
+  const CliRun help = RunCli({"--help"});
+  EXPECT_EQ(help.status, 0);
+  EXPECT_TRUE(help.err.empty()) << help.err;
+  for (const char* verb : {"check", "words", "pattern", "lexicon", "solve", "analyse", "score", "bench", "autoplay"}) {
+    SCOPED_TRACE(verb);
+    EXPECT_NE(help.out.find(std::string("\n  ostrane-cli ") + verb), std::string::npos) << "its usage";
+    EXPECT_NE(help.out.find(std::string("\n  ") + verb + " "), std::string::npos) << "what it does";
+  }
+  EXPECT_NE(help.out.find("--lexicon FILE"), std::string::npos);
+  const CliRun version = RunCli({"--version"});
+  EXPECT_EQ(version.status, 0);
+  EXPECT_EQ(version.out, "ostrane-cli 1.23\n");
+  // With no verb at all, the usage goes to the error output.
+  const CliRun nothing = RunCli({});
+  EXPECT_EQ(nothing.status, 2);
+  EXPECT_TRUE(nothing.out.empty());
+  EXPECT_NE(nothing.err.find("usage: ostrane-cli VERB"), std::string::npos);
+}
+
 TEST(LexiconCommandLine, CheckFoldsAccentsAndAnswersEveryGoodArgument) {
   const CliRun run = RunCli({"check", "été", "l'été", "MAÎTRE", "cœur", "porte-clé", "é", "anticonstitutionnellement"});
   EXPECT_EQ(run.status, 1);  // two arguments were no words
