@@ -1,6 +1,7 @@
 #include "board_view/faces.h"
 
 #include <QFile>
+#include <QGuiApplication>
 #include <QFont>
 #include <QPainter>
 #include <QPainterPath>
@@ -141,7 +142,7 @@ QImage DrawProvisionalArrow(bool vertical) {
   return image;
 }
 
-FaceSet::FaceSet() {
+FaceSet::FaceSet(int scale) : scale_(scale == 2 ? 2 : 1) {
   for (int i = 0; i < 26; ++i) {
     const char c = char('a' + i);
     let_[size_t(i)] = Load(QStringLiteral("let_") + QChar(c), DrawProvisionalLetter(c), QImage::Format_RGB32);
@@ -213,6 +214,16 @@ FaceSet::FaceSet() {
 }
 
 QImage FaceSet::Load(const QString& name, const QImage& fallback, QImage::Format format) {
+  if (scale_ > 1) {
+    const QString path = QStringLiteral(":/pictures/%1@%2x.png").arg(name).arg(scale_);
+    QImage image(path);
+    if (!image.isNull() && image.size() == fallback.size() * scale_) {
+      ++fromResources_;
+      image = Converted(image, format);
+      image.setDevicePixelRatio(scale_);
+      return image;
+    }
+  }
   const QString path = QStringLiteral(":/pictures/") + name + QStringLiteral(".png");
   if (QFile::exists(path)) {
     QImage image(path);
@@ -225,7 +236,7 @@ QImage FaceSet::Load(const QString& name, const QImage& fallback, QImage::Format
 }
 
 const FaceSet& FaceSet::Shared() {
-  static const FaceSet shared;
+  static const FaceSet shared(qApp && qApp->devicePixelRatio() > 1.0 ? 2 : 1);
   return shared;
 }
 

@@ -5,6 +5,10 @@
 // read from the program's resources (":/pictures/<name>.png"); a picture
 // that is not there is drawn in code, so the program always has a face of
 // the right size to show.
+//
+// On a high-density screen the set is the one drawn at twice the resolution
+// ("<name>@2x.png"): each picture has twice the pixels each way and a device
+// pixel ratio of 2, so it covers the same logical pixels and stays sharp.
 
 #include <QImage>
 #include <QString>
@@ -22,11 +26,15 @@ int LetterPoints(char letter);
 
 class FaceSet {
  public:
-  // Loads every picture (resources first, drawings in code otherwise).
-  FaceSet();
+  // Loads every picture (resources first, drawings in code otherwise), at
+  // scale 1 or 2 (device pixels to the logical pixel).
+  explicit FaceSet(int scale = 1);
 
-  // The shared set of the program, loaded on first use.
+  // The shared set of the program, loaded on first use: at scale 2 when a
+  // screen of the application has a device pixel ratio above 1.
   static const FaceSet& Shared();
+
+  int Scale() const { return scale_; }
 
   // ImgLet(0) to ImgLet(25): "a" to "z"; ImgLet(26): the blank with no letter.
   const QImage& ImgLet(int index) const;
@@ -51,6 +59,7 @@ class FaceSet {
  private:
   QImage Load(const QString& name, const QImage& fallback, QImage::Format format);
 
+  int scale_;
   std::array<QImage, 27> let_;
   std::array<QImage, 27> jok_;
   std::array<QImage, 3> plateau_;

@@ -9,9 +9,11 @@ namespace ostrane::view {
 void RecolourDark(QImage& face, QRgb colour) {
   if (face.format() != QImage::Format_RGB32 && face.format() != QImage::Format_ARGB32)
     face = face.convertToFormat(QImage::Format_RGB32);
-  for (int y = 0; y <= face.height() - 3; ++y) {
+  // The edge left as drawn: two logical pixels, in device pixels.
+  const int edge = 2 * int(face.devicePixelRatio());
+  for (int y = 0; y < face.height() - edge; ++y) {
     auto* line = reinterpret_cast<QRgb*>(face.scanLine(y));
-    for (int x = 0; x <= face.width() - 3; ++x) {
+    for (int x = 0; x < face.width() - edge; ++x) {
       const QRgb pixel = line[x];
       if (qRed(pixel) + qGreen(pixel) + qBlue(pixel) < kDarkThreshold) line[x] = colour;
     }
@@ -60,12 +62,15 @@ QImage FaceImage(const TileFace& face, const FaceSet& faces) {
 void DrawGrille(QImage& plateau1, int optImage, const SquareReader& subCase, Painters& painters) {
   const FaceSet& faces = painters.Faces();
   QPainter p(&plateau1);
-  const QRect whole(0, 0, plateau1.width(), plateau1.height());
+  // In logical pixels: plateau1 and the faces may be drawn at a higher
+  // resolution (their device pixel ratio), the places stay the same.
+  const QRect whole(QPoint(0, 0), plateau1.deviceIndependentSize().toSize());
   // The first selection is the one that paints a board for the value 1; the
   // second is the one the player sees for the values the options offer.
   if (optImage >= 1 && optImage <= 3) p.drawImage(whole, faces.Plateau(optImage + 1));
   if (optImage >= 2 && optImage <= 4) p.drawImage(whole, faces.Plateau(optImage));
-  const int w = faces.ImgLet(0).width(), h = faces.ImgLet(0).height();
+  const QSize face = faces.ImgLet(0).deviceIndependentSize().toSize();
+  const int w = face.width(), h = face.height();
   for (int row = 0; row <= 14; ++row)
     for (int column = 0; column <= 14; ++column) {
       const std::string square = subCase(column, row);

@@ -1,7 +1,7 @@
 # The pictures, sounds and help documents carried inside the program, read
 # as ":/pictures/let_a.png", ReadResource("sounds/101.wav"),
 # ReadResource("help/z_a_aide.htm")... The pictures are made by
-# tools/pictures (ostrane-draw), the sounds by tools/sounds/make_sounds.py.
+# tools/pictures (ostrane-draw, once plain and once with --scale 2), the sounds by tools/sounds/make_sounds.py.
 set(OSTRANE_PICTURE_FILES
   pictures/board_chocolat.png pictures/board_classique.png pictures/board_relief.png
   pictures/let_a.png pictures/let_b.png pictures/let_blank.png pictures/let_c.png
@@ -19,6 +19,9 @@ set(OSTRANE_PICTURE_FILES
   pictures/arrow_h.png pictures/arrow_v.png pictures/ostrane.png pictures/slot_empty.png
   pictures/sound_off.png pictures/sound_on.png pictures/tick_off.png pictures/tick_on.png
   pictures/wait_1.png pictures/wait_2.png pictures/wait_3.png)
+# The same pictures drawn for high-density screens (ostrane-draw --scale 2).
+set(OSTRANE_PICTURE_FILES_2X ${OSTRANE_PICTURE_FILES})
+list(TRANSFORM OSTRANE_PICTURE_FILES_2X REPLACE "\\.png$" "@2x.png")
 set(OSTRANE_SOUND_FILES
   sounds/101.wav sounds/102.wav sounds/103.wav sounds/104.wav sounds/105.wav sounds/106.wav)
 set(OSTRANE_HELP_FILES
@@ -27,4 +30,4 @@ set(OSTRANE_HELP_FILES
 qt_add_resources(ostrane_data "ostrane_media"
   PREFIX "/"
   BASE ${CMAKE_CURRENT_SOURCE_DIR}
-  FILES ${OSTRANE_PICTURE_FILES} ${OSTRANE_SOUND_FILES} ${OSTRANE_HELP_FILES})
+  FILES ${OSTRANE_PICTURE_FILES} ${OSTRANE_PICTURE_FILES_2X} ${OSTRANE_SOUND_FILES} ${OSTRANE_HELP_FILES})

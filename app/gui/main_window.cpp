@@ -217,7 +217,12 @@ class Card : public QWidget {
 // ================================================================ the board
 
 BoardWidget::BoardWidget(FrmPlateau& model, QWidget* parent)
-    : QWidget(parent), model_(model), plateau1_(kPlateauWidth, kPlateauHeight, QImage::Format_RGB32) {
+    : QWidget(parent), model_(model) {
+  // Drawn at the resolution of the faces (twice as many pixels on a
+  // high-density screen), shown on the same logical pixels.
+  const int scale = view::FaceSet::Shared().Scale();
+  plateau1_ = QImage(kPlateauWidth * scale, kPlateauHeight * scale, QImage::Format_RGB32);
+  plateau1_.setDevicePixelRatio(scale);
   setObjectName(QStringLiteral("Plateau1"));
   setAccessibleName(QStringLiteral("Plateau"));
   setGeometry(kPlateauLeft, kPlateauTop, kPlateauWidth, kPlateauHeight);

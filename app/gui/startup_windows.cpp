@@ -47,7 +47,9 @@ QImage ProgressPicture() {
 
 QPixmap TitleTiles(const QString& word) {
   const int step = view::kFaceSize + 2;
-  QPixmap pixmap(step * int(word.size()) - 2, view::kFaceSize);
+  const int scale = view::FaceSet::Shared().Scale();
+  QPixmap pixmap((step * int(word.size()) - 2) * scale, view::kFaceSize * scale);
+  pixmap.setDevicePixelRatio(scale);
   pixmap.fill(Qt::transparent);
   QPainter p(&pixmap);
   view::Painters painters;
@@ -295,8 +297,11 @@ GameNameWindow::GameNameWindow(FrmPartie& model) : QDialog(nullptr), model_(mode
   for (int i = 0; i < 3; ++i) {
     auto* column = new QVBoxLayout;
     auto* thumb = new QLabel(boardBox);
-    thumb->setPixmap(QPixmap::fromImage(view::FaceSet::Shared().Plateau(i + 2).scaled(
-        96, 96, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)));
+    const QImage& board = view::FaceSet::Shared().Plateau(i + 2);
+    const int side = 96 * int(board.devicePixelRatio());
+    QImage small = board.scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    small.setDevicePixelRatio(board.devicePixelRatio());
+    thumb->setPixmap(QPixmap::fromImage(small));
     thumb->setAlignment(Qt::AlignCenter);
     optAff_[size_t(i)] = new QRadioButton(ModelText(FrmPartie::kOptAff[i]), boardBox);
     optAff_[size_t(i)]->setObjectName(QStringLiteral("OptAff%1").arg(i + 2));

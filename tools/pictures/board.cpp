@@ -118,16 +118,15 @@ char PremiumCode(int column, int row) { return kPremiums[row][column]; }
 
 QImage DrawBoard(BoardStyle style) {
   const Palette p = PaletteOf(style);
-  QImage board(kBoardSize, kBoardSize, QImage::Format_ARGB32_Premultiplied);
-  board.fill(p.line);
-  for (int row = 0; row < kSquares; ++row) {
-    for (int column = 0; column < kSquares; ++column) {
-      const QColor base = p.fill[PremiumCode(column, row) - '0'];
-      const int x0 = kPitch * column + 2, y0 = kPitch * row + 2;
-      for (int j = 0; j < kTileSize; ++j)
-        for (int i = 0; i < kTileSize; ++i) board.setPixelColor(x0 + i, y0 + j, FacePixel(p, base, i, j));
-    }
-  }
+  QImage board = NewImage(kBoardSize, kBoardSize);
+  FillByPixel(board, [&](int x, int y) {
+    // Grid lines every kPitch pixels; a square's face from 2 to kPitch within.
+    const int column = (x - 2) / kPitch, row = (y - 2) / kPitch;
+    const int i = x - 2 - kPitch * column, j = y - 2 - kPitch * row;
+    if (x < 2 || y < 2 || column >= kSquares || row >= kSquares || i >= kTileSize || j >= kTileSize)
+      return p.line;
+    return FacePixel(p, p.fill[PremiumCode(column, row) - '0'], i, j);
+  });
   QPainter painter(&board);
   Smooth(painter);
   for (int row = 0; row < kSquares; ++row) {
@@ -152,14 +151,15 @@ QImage DrawBoard(BoardStyle style) {
 }
 
 void CheckBoard(const QImage& board, const QString& name) {
-  Require(board.width() == kBoardSize && board.height() == kBoardSize, name + ": wrong size");
+  const int s = Scale();
+  Require(board.width() == kBoardSize * s && board.height() == kBoardSize * s, name + ": wrong size");
   // The corner pixel (2, 2) of each face carries only the square's colour.
   std::array<QRgb, 5> seen{};
   std::array<bool, 5> known{};
   for (int row = 0; row < kSquares; ++row) {
     for (int column = 0; column < kSquares; ++column) {
       const int code = PremiumCode(column, row) - '0';
-      const QRgb pixel = board.pixel(kPitch * column + 4, kPitch * row + 4);
+      const QRgb pixel = board.pixel((kPitch * column + 4) * s, (kPitch * row + 4) * s);
       if (!known[code]) {
         known[code] = true;
         seen[code] = pixel;

@@ -26,13 +26,18 @@ const FaceFile kFaces[] = {
 };
 
 QString g_families[2];
+int g_scale = 1;
 bool g_keepGoing = false;
 int g_failures = 0;
 
 }  // namespace
 
+void SetScale(int scale) { g_scale = scale; }
+int Scale() { return g_scale; }
+
 QImage NewImage(int width, int height) {
-  QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
+  QImage image(width * g_scale, height * g_scale, QImage::Format_ARGB32_Premultiplied);
+  image.setDevicePixelRatio(g_scale);
   image.fill(Qt::transparent);
   return image;
 }
@@ -98,15 +103,17 @@ QRectF InkBounds(const QFont& font, const QString& text) {
         bottom = std::max(bottom, y);
       }
   Require(right >= 0, QStringLiteral("no ink for the text ") + text);
-  // Pixel x covers [x, x + 1): the rectangle is in those units.
-  return QRectF(left - margin, top - margin, right - left + 1, bottom - top + 1);
+  // Device pixel x covers [x, x + 1) / scale in logical units.
+  const double s = g_scale;
+  return QRectF(left / s - margin, top / s - margin, (right - left + 1) / s, (bottom - top + 1) / s);
 }
 
 void DrawCentred(QPainter& painter, const QFont& font, const QString& text, QPointF centre,
                  const QColor& colour) {
   const QRectF ink = InkBounds(font, text);
-  const double x = std::round(centre.x() - ink.center().x());
-  const double y = std::round(centre.y() - ink.center().y());
+  // The baseline on a whole device pixel.
+  const double x = std::round((centre.x() - ink.center().x()) * g_scale) / g_scale;
+  const double y = std::round((centre.y() - ink.center().y()) * g_scale) / g_scale;
   painter.setFont(font);
   painter.setPen(colour);
   painter.drawText(QPointF(x, y), text);

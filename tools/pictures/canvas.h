@@ -21,8 +21,24 @@ inline constexpr int kDarkSum = 528;
 inline int ColourSum(QRgb pixel) { return qRed(pixel) + qGreen(pixel) + qBlue(pixel); }
 inline bool IsDark(QRgb pixel) { return ColourSum(pixel) < kDarkSum; }
 
-// A width by height image, fully transparent, ready for QPainter.
+// The pictures are drawn for screens of this many device pixels to the
+// logical pixel (1, or 2 for high-density screens): every image is made
+// Scale() times larger with that device pixel ratio, so drawings keep their
+// logical coordinates and come out at the screen's resolution.
+void SetScale(int scale);
+int Scale();
+
+// A width by height (logical) image, fully transparent, ready for QPainter.
 QImage NewImage(int width, int height);
+
+// Sets every device pixel of the image from the colour of the logical pixel
+// it lies in: colour(x, y) for logical x, y.
+template <class ColourAt>
+void FillByPixel(QImage& image, ColourAt colour) {
+  const int s = Scale();
+  for (int y = 0; y < image.height(); ++y)
+    for (int x = 0; x < image.width(); ++x) image.setPixelColor(x, y, colour(x / s, y / s));
+}
 
 // A painter with antialiasing on for shapes and text.
 void Smooth(QPainter& painter);

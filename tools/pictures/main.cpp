@@ -1,9 +1,13 @@
-// ostrane-draw <outdir> [--sheets <dir>] [--keep-going]
+// ostrane-draw <outdir> [--scale 2] [--icons <dir>] [--sheets <dir>] [--keep-going]
 // Draws every picture of the program into <outdir> as PNG files, the same
 // bytes at each run, and checks each file written: its exact size, and that
-// reading it back gives the picture drawn.
+// reading it back gives the picture drawn. With --scale 2 the pictures are
+// drawn for high-density screens, twice as many pixels each way, into
+// "<name>@2x.png". --icons writes the application icon for the desktop's icon
+// theme: <dir>/<N>x<N>/apps/ostrane.png and <dir>/scalable/apps/ostrane.svg.
 
 #include <QDir>
+#include <QFile>
 #include <QGuiApplication>
 #include <QImage>
 #include <QString>
@@ -52,16 +56,40 @@ std::vector<Picture> AllPictures() {
   return all;
 }
 
+constexpr int kThemeSizes[] = {16, 22, 24, 32, 48, 64, 128, 256};
+
+void WriteIcons(const QString& dir) {
+  for (int size : kThemeSizes) {
+    const QString folder = QStringLiteral("%1/%2x%2/apps").arg(dir).arg(size);
+    Require(QDir().mkpath(folder), QStringLiteral("cannot make ") + folder);
+    const QString path = folder + QStringLiteral("/ostrane.png");
+    const QImage icon = DrawAppIconAt(size).convertToFormat(QImage::Format_ARGB32);
+    Require(icon.save(path, "PNG"), QStringLiteral("cannot write ") + path);
+    Require(QImage(path).size() == QSize(size, size), path + QStringLiteral(": wrong size on disk"));
+  }
+  const QString folder = dir + QStringLiteral("/scalable/apps");
+  Require(QDir().mkpath(folder), QStringLiteral("cannot make ") + folder);
+  QFile svg(folder + QStringLiteral("/ostrane.svg"));
+  Require(svg.open(QIODevice::WriteOnly | QIODevice::Truncate), QStringLiteral("cannot write ") + svg.fileName());
+  svg.write(AppIconSvg().toUtf8());
+  std::printf("the icon in %d sizes and as vector art written to %s\n", int(std::size(kThemeSizes)), qPrintable(dir));
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   QGuiApplication app(argc, argv);
   const QStringList args = app.arguments();
-  QString outDir, sheetDir;
+  QString outDir, sheetDir, iconDir;
+  int scale = 1;
   for (int i = 1; i < args.size(); ++i) {
     if (args[i] == QLatin1String("--sheets") && i + 1 < args.size())
       sheetDir = args[++i];
+    else if (args[i] == QLatin1String("--icons") && i + 1 < args.size())
+      iconDir = args[++i];
+    else if (args[i] == QLatin1String("--scale") && i + 1 < args.size())
+      scale = args[++i].toInt();
     else if (args[i] == QLatin1String("--keep-going"))
       KeepGoing(true);
     else if (outDir.isEmpty())
@@ -69,11 +97,13 @@ int main(int argc, char** argv) {
     else
       outDir.clear(), i = int(args.size());
   }
-  if (outDir.isEmpty()) {
-    std::fprintf(stderr, "usage: ostrane-draw <outdir> [--sheets <dir>] [--keep-going]\n");
+  if (outDir.isEmpty() || scale < 1 || scale > 4) {
+    std::fprintf(stderr, "usage: ostrane-draw <outdir> [--scale 2] [--icons <dir>] [--sheets <dir>] [--keep-going]\n");
     return 2;
   }
   LoadFonts();
+  SetScale(scale);
+  const QString suffix = scale == 1 ? QString() : QStringLiteral("@%1x").arg(scale);
   Require(QDir().mkpath(outDir), QStringLiteral("cannot make ") + outDir);
 
   const std::vector<Picture> pictures = AllPictures();
@@ -81,20 +111,22 @@ int main(int argc, char** argv) {
   CheckBoard(pictures[1].image, pictures[1].name);
   CheckBoard(pictures[2].image, pictures[2].name);
   for (const Picture& p : pictures) {
-    const QString path = outDir + QLatin1Char('/') + p.name + QStringLiteral(".png");
-    Require(p.image.width() == p.width && p.image.height() == p.height, p.name + ": drawn at the wrong size");
+    const QString path = outDir + QLatin1Char('/') + p.name + suffix + QStringLiteral(".png");
+    const int width = p.width * scale, height = p.height * scale;
+    Require(p.image.width() == width && p.image.height() == height, p.name + ": drawn at the wrong size");
     const QImage stored = p.opaque ? p.image.convertToFormat(QImage::Format_RGB888)
                                    : p.image.convertToFormat(QImage::Format_ARGB32);
     Require(stored.save(path, "PNG"), QStringLiteral("cannot write ") + path);
     const QImage back(path);
     Require(!back.isNull(), QStringLiteral("cannot read back ") + path);
-    Require(back.width() == p.width && back.height() == p.height,
+    Require(back.width() == width && back.height() == height,
             path + QStringLiteral(": wrong size on disk"));
     Require(back.hasAlphaChannel() == !p.opaque, path + QStringLiteral(": wrong kind of pixels"));
     Require(back.convertToFormat(QImage::Format_ARGB32) == stored.convertToFormat(QImage::Format_ARGB32),
             path + QStringLiteral(": reads back different"));
   }
   std::printf("%d pictures written to %s\n", int(pictures.size()), qPrintable(outDir));
+  if (!iconDir.isEmpty()) WriteIcons(iconDir);
   if (!sheetDir.isEmpty()) WriteSheets(sheetDir);
   return Failures() == 0 ? 0 : 1;
 }

@@ -8,6 +8,7 @@
 
 #include <QColor>
 #include <QImage>
+#include <QString>
 
 namespace ostrane::draw {
 
@@ -34,6 +35,11 @@ QImage DrawEmptySlot();
 
 // ostrane: the application icon, 64 by 64, a tile "O" on a clear ground.
 QImage DrawAppIcon();
+
+// The same icon drawn at pixels by pixels for the desktop's icon theme, and
+// as vector art (the letters as outlines, so no font is needed to show it).
+QImage DrawAppIconAt(int pixels);
+QString AppIconSvg();
 
 // What the program's painters do to a face.
 QImage Recoloured(const QImage& face, const QColor& colour);
