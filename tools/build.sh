@@ -15,6 +15,9 @@ if [ "$what" = test ]; then
   packages+=(xvfb openbox xdotool imagemagick x11-utils dbus at-spi2-core python3 python3-pyatspi)
   # The score sheet read back: its pages, its text, a page as a picture.
   packages+=(poppler-utils)
+  # The Debian package: made by CPack (dpkg-shlibdeps, file), checked by
+  # Debian's validators and lintian.
+  packages+=(dpkg-dev file appstream desktop-file-utils lintian)
 fi
 missing=()
 for package in "${packages[@]}"; do
