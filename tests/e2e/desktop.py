@@ -214,20 +214,22 @@ class Widget:
 class Program:
     """The program under test, started in a folder, read through its windows."""
 
-    def __init__(self, desktop: Desktop, executable, folder: pathlib.Path, log: pathlib.Path):
+    def __init__(self, desktop: Desktop, executable, folder: pathlib.Path, log: pathlib.Path, home=None):
         self.desktop = desktop
         self.executable = str(executable)
         self.folder = pathlib.Path(folder)
         self.log = log
+        # The player's folders of its own: the compiled word lists and the
+        # data go there, not into the tester's. Beside the start folder
+        # unless told.
+        self.home = pathlib.Path(home) if home else self.folder.parent / "home"
         self.proc = None
 
     def start(self, *args):
         env = dict(self.desktop.env)
         env["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
         env.pop("QT_QPA_PLATFORM", None)
-        # The player's folders of its own, beside the start folder: the
-        # compiled word lists and the data go there, not into the tester's.
-        home = self.folder.parent / "home"
+        home = self.home
         env["XDG_CACHE_HOME"] = str(home / "cache")
         env["XDG_DATA_HOME"] = str(home / "data")
         env["XDG_CONFIG_HOME"] = str(home / "config")

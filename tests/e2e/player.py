@@ -79,8 +79,8 @@ class Player:
         return w.text() if w else None
 
     # ---------------------------------------------------------- the windows
-    def start(self, executable, folder, log):
-        self.program = Program(self.desktop, executable, folder, log).start()
+    def start(self, executable, folder, log, home=None, args=()):
+        self.program = Program(self.desktop, executable, folder, log, home).start(*args)
         self.name_forms = 0
         return self.program
 

@@ -311,6 +311,57 @@ class AnEveningOfPlay(unittest.TestCase):
         self.assertEqual(sorted(f.name for f in self.folder.iterdir()), ["Option.ret", "bestsco.ret", "ostrane.ini"])
 
 
+class FromTheMenu(unittest.TestCase):
+    """Started as the applications menu or a file manager may start it, from a
+    folder that is no place for its files: the root of the disk."""
+
+    def setUp(self):
+        missing = require_tools()
+        if missing:
+            self.fail("missing tools: %s (tools/build.sh test installs them)" % ", ".join(missing))
+        self.work = BUILD / "e2e-menu"
+        shutil.rmtree(self.work, ignore_errors=True)
+        self.work.mkdir(parents=True)
+        self.desktop = Desktop(self.work / "desktop")
+        self.desktop.start()
+        self.addCleanup(self.desktop.stop)
+        self.player = Player(self.desktop, self.work / "screenshots", seed=3)
+        self.addCleanup(lambda: self.player.program and self.player.program.running() and self.player.program.kill())
+
+    def test_started_from_the_root_the_files_go_to_the_data_folder(self):
+        root = pathlib.Path("/")
+        before = {name: (root / name).exists() for name in ("Option.ret", "bestsco.ret", "partie.ret", "ostrane.ini")}
+        home = self.work / "home"
+        data = home / "data" / "ostrane"
+        p = self.player
+        program = p.start(BUILD / "ostrane", root, self.work / "ostrane.log", home=home)
+        p.name_form()
+        p.wait(lambda: p.close_tour_box() or p.program.window(name="Ostrane", role="filler"), "the main window")
+        p.close_tour_box()
+        # A game begins: its journal is kept in the data folder.
+        p.begin()
+        p.pick()
+        p.proposal()
+        p.wait(lambda: (data / "partie.ret").exists(), "the journal in the data folder")
+        p.close_tour_box()
+        # The about box says where the files are.
+        p.click(p.button("A propos"))
+        _, content = p.window(name="A propos de Ostrane")
+        said = [w.name for w in content if w.role == "label" and "dossier de données" in (w.name or "")]
+        self.assertEqual(said, ["Les options, les meilleurs scores et la partie en cours sont gardés dans votre "
+                                "dossier de données : %s" % data])
+        p.shot("about_box_from_the_menu")
+        p.click(find(content, role="push button", name="Fermer"))
+        p.gone(name="A propos de Ostrane")
+        p.click(p.button("Quitter"))
+        p.answer_box("Oui", "Quitter le programme ?")
+        self.assertEqual(program.wait_exit(20), 0)
+        self.assertTrue((data / "Option.ret").exists())
+        self.assertTrue(read(data / "Option.ret").startswith("Oui\r\n"))
+        after = {name: (root / name).exists() for name in before}
+        self.assertEqual(after, before, "nothing written in the root folder")
+
+
 if __name__ == "__main__":
     parser = argparse.ArgumentParser()
     parser.add_argument("--build", default=str(BUILD))
