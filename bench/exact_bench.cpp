@@ -76,15 +76,8 @@ std::vector<Position> PlayGame(const Lexicon& lexicon, uint64_t seed) {
     board.TrouveSolution(letters);
     const auto best = board.SubSortie(5);
     if (!best) break;
-    const bool across = best->Place[0] >= 'A' && best->Place[0] <= 'O';
-    const int row = board.SubTrouverLigne(best->Place), column = board.SubColumn(best->Place);
-    for (size_t i = 0; i < best->Express.size(); ++i) {
-      const int x = across ? column + int(i) : column, y = across ? row : row + int(i);
-      if (board.Square(x, y) != '\0') continue;
-      const char c = best->Express[i];
-      const size_t at = rack.find((c >= 'A' && c <= 'Z') ? '?' : c);
-      if (at != std::string::npos) rack.erase(at, 1);
-    }
+    int laid = 0;
+    TakeTiles(board, *best, rack, laid);
     board.SubCaserWord(*best);
     board.SubWordFirst(false);
     context.LngSens = 0;

@@ -93,4 +93,24 @@ int16_t ClsPlateau::SubCaserWord(const ClsWord& word) {
 
 void ClsPlateau::SetYield(YieldHook hook) { yield_ = hook; }
 
+bool TakeTiles(const ClsPlateau& board, const ClsWord& play, std::string& rack, int& laid) {
+  const int row = board.SubTrouverLigne(play.Place);
+  const int column = board.SubColumn(play.Place);
+  const bool across = !play.Place.empty() && play.Place[0] >= 'A' && play.Place[0] <= 'O';
+  laid = 0;
+  for (size_t i = 0; i < play.Express.size(); ++i) {
+    const int x = across ? column + int(i) : column;
+    const int y = across ? row : row + int(i);
+    if (x < 0 || x > 14 || y < 0 || y > 14) return false;
+    if (board.Square(x, y) != '\0') continue;
+    const char c = play.Express[i];
+    const char tile = (c >= 'A' && c <= 'Z') ? '?' : c;
+    const size_t at = rack.find(tile);
+    if (at == std::string::npos) return false;
+    rack.erase(at, 1);
+    ++laid;
+  }
+  return true;
+}
+
 }  // namespace ostrane

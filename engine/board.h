@@ -251,4 +251,9 @@ class ClsPlateau {
   }
 };
 
+// The tiles a play takes from the rack: the squares it covers that are empty
+// on the board, each a letter or (for an upper-case letter) a blank "?".
+// Returns false when the rack does not hold them; laid counts those taken.
+bool TakeTiles(const ClsPlateau& board, const ClsWord& play, std::string& rack, int& laid);
+
 }  // namespace ostrane

@@ -56,28 +56,6 @@ std::string SearchRack(const std::string& arg) {
 
 const char* Direction(uint8_t bytSens) { return bytSens == 0 ? "Horizontal" : "Vertical"; }
 
-// The tiles a play takes from the rack: the squares it covers that are empty
-// on the board. Returns false when the rack does not hold them.
-bool TakeTiles(const ClsPlateau& board, const ClsWord& play, std::string& rack, int& laid) {
-  const int row = board.SubTrouverLigne(play.Place);
-  const int column = board.SubColumn(play.Place);
-  const bool across = !play.Place.empty() && play.Place[0] >= 'A' && play.Place[0] <= 'O';
-  laid = 0;
-  for (size_t i = 0; i < play.Express.size(); ++i) {
-    const int x = across ? column + int(i) : column;
-    const int y = across ? row : row + int(i);
-    if (x < 0 || x > 14 || y < 0 || y > 14) return false;
-    if (board.Square(x, y) != '\0') continue;
-    const char c = play.Express[i];
-    const char tile = (c >= 'A' && c <= 'Z') ? '?' : c;
-    const size_t at = rack.find(tile);
-    if (at == std::string::npos) return false;
-    rack.erase(at, 1);
-    ++laid;
-  }
-  return true;
-}
-
 struct Options {
   Args positional;
   std::string board;

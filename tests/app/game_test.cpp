@@ -39,6 +39,7 @@
 using namespace ostrane;
 using namespace ostrane::gui;
 using ostrane::test::AnswerNextBox;
+using ostrane::test::ExecInEventLoop;
 using ostrane::test::ScreenshotPath;
 using ostrane::test::TestHost;
 using namespace ostrane::test;
@@ -393,15 +394,7 @@ int main(int argc, char** argv) {
   QApplication app(argc, argv);
   QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
   GameTest test;
-  // The tests run inside the application's event loop, as the program does:
-  // only there does a road that leaves no window on the screen end it.
-  int result = 1;
-  QTimer::singleShot(0, &app, [&] {
-    result = QTest::qExec(&test, argc, argv);
-    QCoreApplication::exit(result);
-  });
-  QApplication::exec();
-  return result;
+  return ExecInEventLoop(test, argc, argv);
 }
 
 #include "game_test.moc"

@@ -348,13 +348,7 @@ int main(int argc, char** argv) {
   SpeakFrench(app);
   QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
   MistakesTest test;
-  int result = 1;
-  QTimer::singleShot(0, &app, [&] {
-    result = QTest::qExec(&test, argc, argv);
-    QCoreApplication::exit(result);
-  });
-  QApplication::exec();
-  return result;
+  return ExecInEventLoop(test, argc, argv);
 }
 
 #include "mistakes_test.moc"

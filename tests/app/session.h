@@ -243,6 +243,18 @@ inline bool LayProposition(Session& s) {
   return !word.Express.empty();
 }
 
+// Runs a Qt Test object inside the application's event loop, as the program
+// runs: only there does a road that leaves no window on the screen end it.
+inline int ExecInEventLoop(QObject& test, int argc, char** argv) {
+  int result = 1;
+  QTimer::singleShot(0, qApp, [&] {
+    result = QTest::qExec(&test, argc, argv);
+    QCoreApplication::exit(result);
+  });
+  QApplication::exec();
+  return result;
+}
+
 inline bool SameImage(const QImage& a, const QImage& b) {
   return a.convertToFormat(QImage::Format_RGB32) == b.convertToFormat(QImage::Format_RGB32);
 }

@@ -156,13 +156,7 @@ int main(int argc, char** argv) {
   QApplication app(argc, argv);
   QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
   WordListTest test;
-  int result = 1;
-  QTimer::singleShot(0, &app, [&] {
-    result = QTest::qExec(&test, argc, argv);
-    QCoreApplication::exit(result);
-  });
-  QApplication::exec();
-  return result;
+  return ExecInEventLoop(test, argc, argv);
 }
 
 #include "word_list_test.moc"
