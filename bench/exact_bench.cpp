@@ -88,7 +88,7 @@ std::vector<Position> PlayGame(const Lexicon& lexicon, uint64_t seed) {
 struct Totals {
   double designed = 0, all = 0, best = 0;
   int64_t findings = 0, plays = 0, positions = 0;
-  int64_t allSteps = 0, bestSteps = 0, anchors = 0, anchorsSkipped = 0;
+  int64_t allSteps = 0, bestSteps = 0, strips = 0, stripsSearched = 0;
 };
 
 }  // namespace
@@ -162,8 +162,8 @@ int main(int argc, char** argv) {
       const auto best = exact.Best(p.board.data(), p.first, p.rack);
       t.best += ThreadMs() - before;
       t.bestSteps += exact.LastStats().steps;
-      t.anchors += exact.LastStats().anchors;
-      t.anchorsSkipped += exact.LastStats().anchorsSkipped;
+      t.strips += exact.LastStats().strips;
+      t.stripsSearched += exact.LastStats().stripsSearched;
       t.findings += findings;
       t.plays += int64_t(plays);
       t.positions += 1;
@@ -194,11 +194,11 @@ int main(int argc, char** argv) {
   for (int b = 0; b < 3; ++b)
     std::printf("  %d blank(s): steps all %lld best %lld\n", b, (long long)byBlanks[b].allSteps,
                 (long long)byBlanks[b].bestSteps);
-  std::printf("steps of the walk: all plays %lld, best only %lld; anchors %lld, %lld of them skipped\n",
+  std::printf("steps of the walk: all plays %lld, best only %lld; stretches weighed %lld, searched %lld\n",
               (long long)(byBlanks[0].allSteps + byBlanks[1].allSteps + byBlanks[2].allSteps),
               (long long)(byBlanks[0].bestSteps + byBlanks[1].bestSteps + byBlanks[2].bestSteps),
-              (long long)(byBlanks[0].anchors + byBlanks[1].anchors + byBlanks[2].anchors),
-              (long long)(byBlanks[0].anchorsSkipped + byBlanks[1].anchorsSkipped + byBlanks[2].anchorsSkipped));
+              (long long)(byBlanks[0].strips + byBlanks[1].strips + byBlanks[2].strips),
+              (long long)(byBlanks[0].stripsSearched + byBlanks[1].stripsSearched + byBlanks[2].stripsSearched));
   std::printf("word graph: %zu nodes, %zu edges, %.2f MB, made in %.1f ms from the loaded lexicon\n",
               graph.NodeCount(), graph.EdgeCount(), double(graph.Bytes()) / 1e6, build);
   std::printf("%-14s %9s %12s %12s %10s %12s %10s %10s %10s\n", "racks", "positions", "designed ms", "findings",

@@ -145,6 +145,38 @@ int TruePoints(const char* squares, const ClsWord& play) {
   return sum * factor + cross + (tiles == 7 ? kBonus : 0);
 }
 
+namespace {
+
+// A number for each letter; a multiset of letters is the sum of its letters'
+// numbers (two multisets that sum alike are told apart by nothing: a rare
+// mistake that only makes a bound less close).
+constexpr std::array<uint64_t, 26> MakeLetterKeys() {
+  std::array<uint64_t, 26> keys{};
+  uint64_t x = 0x243F6A8885A308D3ull;
+  for (uint64_t& k : keys) {
+    x += 0x9E3779B97F4A7C15ull;
+    uint64_t z = x;
+    z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ull;
+    z = (z ^ (z >> 27)) * 0x94D049BB133111EBull;
+    k = z ^ (z >> 31);
+  }
+  return keys;
+}
+constexpr std::array<uint64_t, 26> kLetterKey = MakeLetterKeys();
+
+size_t SlotOf(uint64_t key, size_t mask) { return size_t((key ^ (key >> 29)) * 0x9E3779B97F4A7C15ull >> 20) & mask; }
+
+constexpr int kBuckets = 4096;
+
+// The most that k tiles of the rack can add to a word laid over free squares
+// of which n3 triple and n2 double their letter: the highest values on the
+// highest factors (`top[k]` the sum of the k highest values).
+int LettersAtMost(const int* top, int k, int n3, int n2) {
+  return 3 * top[n3] + 2 * (top[n3 + n2] - top[n3]) + (top[k] - top[n3 + n2]);
+}
+
+}  // namespace
+
 ExactMoves::ExactMoves(const WordGraph& graph) : graph_(graph) {}
 
 const std::vector<ExactPlay>& ExactMoves::All(const char* squares, bool firstPlay, std::string_view rack) {
@@ -161,11 +193,7 @@ std::optional<ExactPlay> ExactMoves::Best(const char* squares, bool firstPlay, s
   return best_;
 }
 
-void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack, Mode mode) {
-  mode_ = mode;
-  stats_ = Stats{};
-  plays_.clear();
-  haveBest_ = false;
+void ExactMoves::TakeRack(std::string_view rack) {
   count_.fill(0);
   blankFor_.fill(0);
   blanks_ = 0;
@@ -178,9 +206,11 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
     if (c >= 'a' && c <= 'z') letter = c - 'a';
     if (c >= 'A' && c <= 'Z') letter = c - 'A';
     if (c == '?') {
+      tileLetter_[rackSize_] = -1;
       values[rackSize_++] = 0;
       ++blanks_;
     } else if (letter >= 0) {
+      tileLetter_[rackSize_] = int8_t(letter);
       values[rackSize_++] = Value(letter);
       ++count_[size_t(letter)];
       rackLetters_ |= 1u << letter;
@@ -192,6 +222,48 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
   topValues_[0] = 0;
   for (int k = 0; k < 7; ++k) topValues_[k + 1] = topValues_[k] + (k < rackSize_ ? values[k] : 0);
   highest_ = rackSize_ > 0 ? values[0] : 0;
+  if (mode_ != Mode::Best) return;
+
+  // The tiles by value, highest first, alike letters side by side, blanks
+  // last; the ways of taking some of them, each set of letters once.
+  std::sort(tileLetter_, tileLetter_ + rackSize_, [](int8_t a, int8_t b) {
+    const int va = a < 0 ? -1 : Value(a), vb = b < 0 ? -1 : Value(b);
+    return va != vb ? va > vb : a > b;
+  });
+  byValueCount_ = 0;
+  for (int i = 0; i < rackSize_; ++i)
+    if (tileLetter_[i] >= 0 && (i == 0 || tileLetter_[i] != tileLetter_[i - 1]))
+      byValue_[byValueCount_++] = tileLetter_[i];
+  std::fill(std::begin(wayCount_), std::end(wayCount_), uint8_t(0));
+  for (uint32_t way = 0; way < (1u << rackSize_); ++way) {
+    bool first = true;
+    uint64_t key = 0;
+    uint32_t letters = 0;
+    for (int i = 0; i < rackSize_; ++i) {
+      if (!((way >> i) & 1u)) continue;
+      // Of alike tiles, the first ones only.
+      if (i > 0 && tileLetter_[i] == tileLetter_[i - 1] && !((way >> (i - 1)) & 1u)) first = false;
+      if (tileLetter_[i] >= 0) {
+        key += kLetterKey[size_t(tileLetter_[i])];
+        letters |= 1u << tileLetter_[i];
+      } else {
+        letters = kAllLetters;
+      }
+    }
+    wayKey_[way] = key;
+    wayLetters_[way] = letters;
+    if (!first) continue;
+    const int n = __builtin_popcount(way);
+    ways_[n][wayCount_[n]++] = uint8_t(way);
+  }
+}
+
+void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack, Mode mode) {
+  mode_ = mode;
+  stats_ = Stats{};
+  plays_.clear();
+  haveBest_ = false;
+  TakeRack(rack);
   if (rackSize_ == 0 || graph_.Empty()) return;
 
   PrepareSquares(squares, false, firstPlay);
@@ -199,13 +271,17 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
   for (int y = 0; y < kSize; ++y)
     for (int x = 0; x < kSize; ++x) turned[y * kSize + x] = squares[x * kSize + y];
   PrepareSquares(turned, true, firstPlay);
+  if (mode_ == Mode::Best) {
+    RunBest(firstPlay);
+    return;
+  }
 
   // The anchors of both passes, each with how many free squares that touch
   // nothing lie just left of it (the letters laid left of the anchor).
   anchors_.clear();
-  reachMade_[0] = reachMade_[1] = 0;
   for (const bool down : {false, true}) {
     for (int row = 0; row < kSize; ++row) {
+      if (!((rowsWithAnchors_[down ? 1 : 0] >> row) & 1u)) continue;
       EnterRow(down, row);
       int emptyRun = 0;
       for (int x = 0; x < kSize; ++x) {
@@ -218,54 +294,37 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
         const int leftLimit = std::min(emptyRun, rackSize_ - 1);
         emptyRun = 0;
         if (!sq.cross) continue;
-        int bound = 0;
-        if (mode_ == Mode::Best) {
-          bound = AnchorBound(x, leftLimit);
-          if (!((reachMade_[down ? 1 : 0] >> row) & 1u)) MakeReach(down, row);
-        }
-        anchors_.push_back(Anchor{int16_t(bound), down, uint8_t(row), uint8_t(x), uint8_t(leftLimit)});
+        anchors_.push_back(Anchor{down, uint8_t(row), uint8_t(x), uint8_t(leftLimit)});
       }
     }
   }
-  if (mode_ == Mode::Best) {
-    // Most promising first; once no anchor can reach the best play found,
-    // the rest cannot either.
-    std::stable_sort(anchors_.begin(), anchors_.end(),
-                     [](const Anchor& a, const Anchor& b) { return a.bound > b.bound; });
-  }
-  for (size_t k = 0; k < anchors_.size(); ++k) {
-    const Anchor& a = anchors_[k];
-    if (mode_ == Mode::Best && haveBest_ && a.bound < best_.points) {
-      stats_.anchorsSkipped += int64_t(anchors_.size() - k);
-      break;
-    }
+  for (const Anchor& a : anchors_) {
     EnterRow(a.down, a.row);
     SearchAnchor(a.column, a.leftLimit);
   }
 }
 
-uint32_t ExactMoves::CrossSet(const char* board, int x, int y, int16_t& sum, bool& crossed) const {
+uint32_t ExactMoves::CrossSet(const char* board, int x, int y, uint32_t candidates, int16_t& sum,
+                              bool& crossed) const {
   int top = y, bottom = y;
   while (top > 0 && board[(top - 1) * kSize + x]) --top;
   while (bottom < kSize - 1 && board[(bottom + 1) * kSize + x]) ++bottom;
   sum = 0;
   crossed = top < y || bottom > y;
-  if (!crossed) return kAllLetters;
+  if (!crossed) return candidates;
+  for (int r = top; r <= bottom; ++r) {
+    const char c = board[r * kSize + x];
+    if (c >= 'a') sum = int16_t(sum + Value(c - 'a'));
+  }
   uint32_t node = graph_.Root();
   for (int r = top; r < y; ++r) {
-    const char c = board[r * kSize + x];
-    if (c >= 'a') sum = int16_t(sum + Value(c - 'a'));
-    node = graph_.Child(node, LetterOf(c));
+    node = graph_.Child(node, LetterOf(board[r * kSize + x]));
     if (!node) return 0;
   }
-  for (int r = y + 1; r <= bottom; ++r) {
-    const char c = board[r * kSize + x];
-    if (c >= 'a') sum = int16_t(sum + Value(c - 'a'));
-  }
   const WordGraph::Node& above = graph_.At(node);
-  if (bottom == y) return above.ends;
+  if (bottom == y) return above.ends & candidates;
   uint32_t allowed = 0;
-  for (uint32_t letters = above.children; letters; letters &= letters - 1) {
+  for (uint32_t letters = above.children & candidates; letters; letters &= letters - 1) {
     const int letter = __builtin_ctz(letters);
     uint32_t n = graph_.Child(node, letter);
     for (int r = y + 1; r < bottom && n; ++r) n = graph_.Child(n, LetterOf(board[r * kSize + x]));
@@ -276,6 +335,10 @@ uint32_t ExactMoves::CrossSet(const char* board, int x, int y, int16_t& sum, boo
 
 void ExactMoves::PrepareSquares(const char* board, bool down, bool firstPlay) {
   std::array<Square, 225>& squares = squares_[down ? 1 : 0];
+  uint32_t& rows = rowsWithAnchors_[down ? 1 : 0];
+  rows = 0;
+  // Only the letters the rack can lay matter.
+  const uint32_t usable = rackBlanks_ > 0 ? kAllLetters : rackLetters_;
   for (int y = 0; y < kSize; ++y)
     for (int x = 0; x < kSize; ++x) {
       Square& s = squares[size_t(y * kSize + x)];
@@ -286,14 +349,15 @@ void ExactMoves::PrepareSquares(const char* board, bool down, bool firstPlay) {
         s.tileValue = int8_t(c >= 'a' ? Value(c - 'a') : 0);
         continue;
       }
-      s.cross = kAllLetters;
+      s.cross = usable;
       if (firstPlay) {
         s.anchor = x == kCentre && y == kCentre;
-        continue;
+      } else {
+        s.anchor = Occupied(board, x - 1, y) || Occupied(board, x + 1, y) || Occupied(board, x, y - 1) ||
+                   Occupied(board, x, y + 1);
+        if (s.anchor) s.cross = CrossSet(board, x, y, usable, s.crossSum, s.crossed);
       }
-      s.anchor = Occupied(board, x - 1, y) || Occupied(board, x + 1, y) || Occupied(board, x, y - 1) ||
-                 Occupied(board, x, y + 1);
-      if (s.anchor) s.cross = CrossSet(board, x, y, s.crossSum, s.crossed);
+      if (s.anchor) rows |= 1u << y;
     }
 }
 
@@ -324,129 +388,9 @@ void ExactMoves::SearchAnchor(int anchor, int leftLimit) {
     }
     if (!node) return;
     start_ = start;
-    if (mode_ == Mode::Best && haveBest_ && RightBound(anchor, rackSize_, mainSum, 1, 0) < best_.points)
-      return;
     ExtendRight(node, anchor, false, mainSum, 1, 0, 0);
   } else {
     LeftPart(graph_.Root(), leftLimit, 0);
-  }
-}
-
-namespace {
-
-// The most that k tiles of the rack can add to a word laid over free squares
-// of which n3 triple and n2 double their letter: the highest values on the
-// highest factors (`top[k]` the sum of the k highest values).
-int LettersAtMost(const int* top, int k, int n3, int n2) {
-  return 3 * top[n3] + 2 * (top[n3 + n2] - top[n3]) + (top[k] - top[n3 + n2]);
-}
-
-}  // namespace
-
-int ExactMoves::AnchorBound(int anchor, int leftLimit) const {
-  // Any play from this anchor covers the anchor, perhaps free squares on its
-  // left (that touch nothing) or the tiles there, and squares on its right up
-  // to where it ends (before a free square or the edge).
-  int best = 0;
-  const bool tilesLeft = anchor > 0 && line_[anchor - 1].tile >= 0;
-  int leftSum = 0;
-  if (tilesLeft)
-    for (int x = anchor - 1; x >= 0 && line_[x].tile >= 0; --x) leftSum += line_[x].tileValue;
-  for (int m = 0; m <= (tilesLeft ? 0 : leftLimit); ++m) {
-    int k = m, n2 = 0, n3 = 0, wordFactor = 1, boardSum = leftSum, crossFixed = 0, crossLetter = 0;
-    for (int x = anchor - m; x < anchor; ++x) {
-      n2 += letterFactor_[x] == 2;
-      n3 += letterFactor_[x] == 3;
-      wordFactor *= wordFactor_[x];
-    }
-    for (int e = anchor; e < kSize; ++e) {
-      const Square& s = line_[e];
-      if (s.tile >= 0) {
-        boardSum += s.tileValue;
-      } else {
-        if (!s.cross || ++k > rackSize_) break;
-        n2 += letterFactor_[e] == 2;
-        n3 += letterFactor_[e] == 3;
-        wordFactor *= wordFactor_[e];
-        if (s.crossed) {
-          crossFixed += s.crossSum * wordFactor_[e];
-          crossLetter += letterFactor_[e] * wordFactor_[e];
-        }
-      }
-      if (e + 1 < kSize && line_[e + 1].tile >= 0) continue;  // the word would go on
-      const int value = (boardSum + LettersAtMost(topValues_, k, n3, n2)) * wordFactor + crossFixed +
-                        highest_ * crossLetter + (k == 7 ? kBonus : 0);
-      best = std::max(best, value);
-    }
-  }
-  return best;
-}
-
-void ExactMoves::MakeReach(bool down, int row) {
-  reachMade_[down ? 1 : 0] |= 1u << row;
-  const Square* line = &squares_[down ? 1 : 0][size_t(row * kSize)];
-  const uint32_t usable = rackBlanks_ > 0 ? kAllLetters : rackLetters_;
-  for (int c = 0; c <= kSize; ++c) {
-    // The best of the ends with exactly k more tiles, then the best of those
-    // with at most t.
-    Reach exactly[8];
-    int k = 0, n2 = 0, n3 = 0, factor = 1, boardSum = 0, crossFixed = 0, crossLetter = 0;
-    if (c == kSize) {
-      exactly[0] = Reach{1, 0, 0};
-    }
-    for (int e = c; e < kSize; ++e) {
-      const Square& s = line[e];
-      const Premium p = kPremium[size_t(row * kSize + e)];
-      if (s.tile >= 0) {
-        boardSum += s.tileValue;
-      } else {
-        if (!(s.cross & usable) || ++k > rackSize_) break;
-        n2 += p.letter == 2;
-        n3 += p.letter == 3;
-        factor *= p.word;
-        if (s.crossed) {
-          crossFixed += s.crossSum * p.word;
-          crossLetter += p.letter * p.word;
-        }
-      }
-      if (e + 1 < kSize && line[e + 1].tile >= 0) continue;  // the word would go on
-      Reach& r = exactly[k];
-      r.factor = std::max(r.factor, factor);
-      r.lettersTimesFactor =
-          std::max(r.lettersTimesFactor, (boardSum + LettersAtMost(topValues_, k, n3, n2)) * factor);
-      r.rest = std::max(r.rest, crossFixed + highest_ * crossLetter);
-    }
-    Reach best;
-    for (int t = 0; t < 8; ++t) {
-      const Reach& r = exactly[t];
-      if (r.factor >= 0) {
-        best.factor = std::max(best.factor, r.factor);
-        best.lettersTimesFactor = std::max(best.lettersTimesFactor, r.lettersTimesFactor);
-        best.rest = std::max(best.rest, r.rest);
-      }
-      Reach& out = reach_[down ? 1 : 0][row][c][t];
-      out = best;
-      // Seven tiles in all: the bonus, for the ends that take every tile left.
-      if (r.factor >= 0 && rackSize_ == 7) out.rest = std::max(out.rest, r.rest + kBonus);
-    }
-  }
-}
-
-void ExactMoves::Take(int letter) {
-  if (count_[size_t(letter)] > 0) {
-    if (--count_[size_t(letter)] == 0) rackLetters_ &= ~(1u << letter);
-  } else {
-    --blanks_;
-    ++blankFor_[size_t(letter)];
-  }
-}
-
-void ExactMoves::GiveBack(int letter) {
-  if (blankFor_[size_t(letter)] > 0) {
-    --blankFor_[size_t(letter)];
-    ++blanks_;
-  } else if (count_[size_t(letter)]++ == 0) {
-    rackLetters_ |= 1u << letter;
   }
 }
 
@@ -473,13 +417,8 @@ void ExactMoves::StartRight(uint32_t node, int leftLength) {
     const int x = start_ + k;
     mainSum += Value(leftLetter_[k]) * letterFactor_[x];
     wordFactor *= wordFactor_[x];
-  }
-  if (mode_ == Mode::Best && haveBest_ &&
-      RightBound(anchor_, rackSize_ - leftLength, mainSum, wordFactor, 0) < best_.points)
-    return;
-  for (int k = 0; k < leftLength; ++k) {
-    letter_[start_ + k] = leftLetter_[k];
-    laid_[start_ + k] = true;
+    letter_[x] = leftLetter_[k];
+    laid_[x] = true;
   }
   ExtendRight(node, anchor_, false, mainSum, wordFactor, 0, leftLength);
   for (int k = 0; k < leftLength; ++k) {
@@ -493,9 +432,6 @@ void ExactMoves::ExtendRight(uint32_t node, int column, bool isWord, int mainSum
   if (column == kSize || line_[column].tile < 0) {
     if (isWord && column > anchor_) Record(column, mainSum, wordFactor, crossTotal, tiles);
     if (column == kSize || !node) return;
-    if (mode_ == Mode::Best && haveBest_ &&
-        RightBound(column, rackSize_ - tiles, mainSum, wordFactor, crossTotal) < best_.points)
-      return;
     const Square& s = line_[column];
     const WordGraph::Node& n = graph_.At(node);
     const uint32_t letters = (n.children | n.ends) & s.cross & (blanks_ > 0 ? kAllLetters : rackLetters_);
@@ -522,13 +458,355 @@ void ExactMoves::ExtendRight(uint32_t node, int column, bool isWord, int mainSum
   const int letter = line_[column].tile;
   const WordGraph::Node& n = graph_.At(node);
   if (!node || !(((n.children | n.ends) >> letter) & 1u)) return;
-  if (mode_ == Mode::Best && haveBest_ &&
-      RightBound(column, rackSize_ - tiles, mainSum, wordFactor, crossTotal) < best_.points)
-    return;
   ++stats_.steps;
   const uint32_t child = (n.children >> letter) & 1u ? graph_.Child(node, letter) : 0;
   ExtendRight(child, column + 1, (n.ends >> letter) & 1u, mainSum + line_[column].tileValue, wordFactor,
               crossTotal, tiles);
+}
+
+// ---- The best play ----
+
+void ExactMoves::MakeGraphTables() {
+  const void* graphNow = graph_.NodeCount() ? &graph_.At(0) : nullptr;
+  if (graphNow == tablesFor_ && graph_.NodeCount() == tablesNodes_ && graph_.EdgeCount() == tablesEdges_) return;
+  tablesFor_ = graphNow;
+  tablesNodes_ = graph_.NodeCount();
+  tablesEdges_ = graph_.EdgeCount();
+  // A node's children come before it: the lengths in one pass.
+  lengths_.assign(graph_.NodeCount(), 0);
+  for (uint32_t id = 1; id < graph_.NodeCount(); ++id) {
+    const WordGraph::Node& n = graph_.At(id);
+    uint32_t lengths = n.ends ? 2u : 0u;
+    for (uint32_t letters = n.children; letters; letters &= letters - 1)
+      lengths |= uint32_t(lengths_[graph_.Child(id, __builtin_ctz(letters))]) << 1;
+    lengths_[id] = uint16_t(lengths);
+  }
+  size_t slots = 1024;
+  while (slots < graph_.WordCount() * 5 / 2) slots *= 2;
+  multisets_.assign(slots, 0);
+  const size_t mask = slots - 1;
+  struct Walker {
+    const WordGraph& graph;
+    std::vector<uint64_t>& table;
+    size_t mask;
+    void Walk(uint32_t node, uint64_t key) {
+      const WordGraph::Node& n = graph.At(node);
+      for (uint32_t letters = n.ends; letters; letters &= letters - 1) Keep(key + kLetterKey[size_t(__builtin_ctz(letters))]);
+      for (uint32_t letters = n.children; letters; letters &= letters - 1) {
+        const int letter = __builtin_ctz(letters);
+        Walk(graph.Child(node, letter), key + kLetterKey[size_t(letter)]);
+      }
+    }
+    void Keep(uint64_t key) {
+      key += key == 0;
+      for (size_t slot = SlotOf(key, mask);; slot = (slot + 1) & mask) {
+        if (table[slot] == key) return;
+        if (table[slot] == 0) {
+          table[slot] = key;
+          return;
+        }
+      }
+    }
+  };
+  Walker{graph_, multisets_, mask}.Walk(graph_.Root(), 0);
+}
+
+namespace {
+
+bool HasMultiset(const std::vector<uint64_t>& table, uint64_t key) {
+  key += key == 0;
+  const size_t mask = table.size() - 1;
+  for (size_t slot = SlotOf(key, mask);; slot = (slot + 1) & mask) {
+    if (table[slot] == key) return true;
+    if (table[slot] == 0) return false;
+  }
+}
+
+}  // namespace
+
+void ExactMoves::RunBest(bool firstPlay) {
+  MakeGraphTables();
+  strips_.clear();
+  heads_.assign(kBuckets, -1);
+  for (Known& k : known_) k.key = 0;
+  knownUsed_ = 0;
+  for (const bool down : {false, true})
+    for (int row = 0; row < kSize; ++row)
+      if ((rowsWithAnchors_[down ? 1 : 0] >> row) & 1u) AddStrips(down, row, firstPlay);
+  stats_.strips = int64_t(strips_.size());
+  for (int bucket = kBuckets - 1; bucket >= 0; --bucket) {
+    if (haveBest_ && bucket < best_.points) break;
+    while (heads_[size_t(bucket)] >= 0) {
+      const int index = heads_[size_t(bucket)];
+      Strip& strip = strips_[size_t(index)];
+      heads_[size_t(bucket)] = strip.next;
+      if (!strip.refined) {
+        strip.refined = true;
+        strip.bound = std::min(strip.bound, Refine(strip));
+        if (strip.bound < 0 || (haveBest_ && strip.bound < best_.points)) continue;
+        if (strip.bound < bucket) {
+          Push(index);
+          continue;
+        }
+      }
+      ++stats_.stripsSearched;
+      SearchStrip(strip);
+    }
+  }
+}
+
+void ExactMoves::Push(int index) {
+  Strip& strip = strips_[size_t(index)];
+  const int bucket = std::clamp(strip.bound, 0, kBuckets - 1);
+  strip.next = heads_[size_t(bucket)];
+  heads_[size_t(bucket)] = index;
+}
+
+void ExactMoves::AddStrips(bool down, int row, bool firstPlay) {
+  const Square* line = &squares_[down ? 1 : 0][size_t(row * kSize)];
+  const Premium* premiums = &kPremium[size_t(row * kSize)];
+  for (int start = 0; start < kSize; ++start) {
+    if (start > 0 && line[start - 1].tile >= 0) continue;  // the word would begin further left
+    int k = 0, n2 = 0, n3 = 0, factor = 1, boardSum = 0, crossFixed = 0, crossLetter = 0, crossedFree = 0;
+    bool touches = false;
+    for (int e = start; e < kSize; ++e) {
+      const Square& s = line[e];
+      if (s.tile >= 0) {
+        boardSum += s.tileValue;
+        touches = true;
+      } else {
+        if (!s.cross || ++k > rackSize_) break;
+        const Premium p = premiums[e];
+        n2 += p.letter == 2;
+        n3 += p.letter == 3;
+        factor *= p.word;
+        if (s.crossed) {
+          touches = true;
+          ++crossedFree;
+          crossFixed += s.crossSum * p.word;
+          crossLetter += p.letter * p.word;
+        }
+      }
+      if (e + 1 < kSize && line[e + 1].tile >= 0) continue;  // the word would go on
+      if (e == start || k == 0) continue;
+      if (firstPlay ? row != kCentre || start > kCentre || e < kCentre || k < 2 : !touches) continue;
+      // One tile with a tile above or below it makes a play down.
+      if (!down && k == 1 && crossedFree == 1) continue;
+      Strip strip;
+      strip.bound = (boardSum + LettersAtMost(topValues_, k, n3, n2)) * factor + crossFixed +
+                    highest_ * crossLetter + (k == 7 ? kBonus : 0);
+      strip.next = -1;
+      strip.down = down;
+      strip.refined = false;
+      strip.row = uint8_t(row);
+      strip.start = uint8_t(start);
+      strip.end = uint8_t(e + 1);
+      strip.free = uint8_t(k);
+      strips_.push_back(strip);
+      Push(int(strips_.size()) - 1);
+    }
+  }
+}
+
+const ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
+  // The ways of the rack that make a word with these board letters, known
+  // once for each set of them and number of tiles.
+  uint64_t key = boardKey * 31 + uint64_t(k) + 1;
+  key += key == 0;
+  if (knownUsed_ * 4 >= int(known_.size()) * 3) {
+    for (Known& old : known_) old.key = 0;
+    knownUsed_ = 0;
+  }
+  size_t slot = size_t(key >> 56);
+  while (known_[slot].key != 0 && known_[slot].key != key) slot = (slot + 1) & (known_.size() - 1);
+  Known& known = known_[slot];
+  if (known.key == key) return known;
+  known.key = key;
+  ++knownUsed_;
+  known.ways[0] = known.ways[1] = 0;
+  const uint32_t real = (1u << (rackSize_ - rackBlanks_)) - 1u;
+  for (int w = 0; w < wayCount_[k]; ++w) {
+    const uint32_t way = ways_[k][w];
+    const int blanksIn = __builtin_popcount(way & ~real);
+    const uint64_t letters = boardKey + wayKey_[way];
+    bool makes = false;
+    if (blanksIn == 0) {
+      makes = HasMultiset(multisets_, letters);
+    } else if (k < rackSize_) {
+      makes = true;  // (only the plays of every tile are looked up with their blanks)
+    } else if (blanksIn == 1) {
+      for (int l = 0; l < 26 && !makes; ++l) makes = HasMultiset(multisets_, letters + kLetterKey[size_t(l)]);
+    } else {
+      for (int l = 0; l < 26 && !makes; ++l)
+        for (int m = l; m < 26 && !makes; ++m)
+          makes = HasMultiset(multisets_, letters + kLetterKey[size_t(l)] + kLetterKey[size_t(m)]);
+    }
+    if (makes) known.ways[way >> 6] |= 1ull << (way & 63);
+  }
+  return known;
+}
+
+int ExactMoves::Refine(const Strip& strip) {
+  const Square* line = &squares_[strip.down ? 1 : 0][size_t(strip.row * kSize)];
+  const Premium* premiums = &kPremium[size_t(strip.row * kSize)];
+  uint64_t boardKey = 0;
+  int boardSum = 0, factor = 1, fixed = strip.free == 7 ? kBonus : 0;
+  for (int x = strip.start; x < strip.end; ++x) {
+    const Square& s = line[x];
+    if (s.tile >= 0) {
+      boardKey += kLetterKey[size_t(s.tile)];
+      boardSum += s.tileValue;
+    } else {
+      factor *= premiums[x].word;
+      if (s.crossed) fixed += s.crossSum * premiums[x].word;
+    }
+  }
+  fixed += boardSum * factor;
+  int weights[7], n = 0;
+  for (int x = strip.start; x < strip.end; ++x) {
+    const Square& s = line[x];
+    if (s.tile >= 0) continue;
+    const Premium p = premiums[x];
+    int w = p.letter * (factor + (s.crossed ? p.word : 0));
+    int i = n++;
+    for (; i > 0 && weights[i - 1] < w; --i) weights[i] = weights[i - 1];
+    weights[i] = w;
+  }
+
+  const int k = strip.free;
+  const Known& known = KnownFor(boardKey, k);
+  int bound = -1;
+  for (int w = 0; w < wayCount_[k]; ++w) {
+    const uint32_t way = ways_[k][w];
+    if (!((known.ways[way >> 6] >> (way & 63)) & 1u)) continue;
+    int sum = 0, i = 0;
+    for (uint32_t bits = way; bits; bits &= bits - 1) {
+      const int tile = __builtin_ctz(bits);
+      sum += weights[i++] * (tileLetter_[tile] >= 0 ? Value(tileLetter_[tile]) : 0);
+    }
+    bound = std::max(bound, fixed + sum);
+  }
+  return bound;
+}
+
+void ExactMoves::SearchStrip(const Strip& strip) {
+  EnterRow(strip.down, strip.row);
+  start_ = strip.start;
+  end_ = strip.end;
+  int factor = 1;
+  for (int x = start_; x < end_; ++x)
+    if (line_[x].tile < 0) factor *= wordFactor_[x];
+  stripFactor_ = factor;
+  // The letters of the ways that make a word here.
+  const int k = strip.free;
+  uint64_t boardKey = 0;
+  for (int x = start_; x < end_; ++x)
+    if (line_[x].tile >= 0) boardKey += kLetterKey[size_t(line_[x].tile)];
+  const Known& known = KnownFor(boardKey, k);
+  stripLetters_ = 0;
+  for (int w = 0; w < wayCount_[k]; ++w) {
+    const uint32_t way = ways_[k][w];
+    if ((known.ways[way >> 6] >> (way & 63)) & 1u) stripLetters_ |= wayLetters_[way];
+  }
+  // From each column to the end: the fixed points and the weights of the
+  // free squares, highest first.
+  fixedFrom_[end_] = k == 7 ? kBonus : 0;
+  freeFrom_[end_] = 0;
+  for (int x = end_ - 1; x >= start_; --x) {
+    const Square& s = line_[x];
+    fixedFrom_[x] = fixedFrom_[x + 1];
+    freeFrom_[x] = freeFrom_[x + 1];
+    std::copy(weightsFrom_[x + 1], weightsFrom_[x + 1] + freeFrom_[x + 1], weightsFrom_[x]);
+    if (s.tile >= 0) {
+      fixedFrom_[x] += s.tileValue * factor;
+      continue;
+    }
+    if (s.crossed) fixedFrom_[x] += s.crossSum * wordFactor_[x];
+    const int w = letterFactor_[x] * (factor + (s.crossed ? wordFactor_[x] : 0));
+    int i = freeFrom_[x]++;
+    for (; i > 0 && weightsFrom_[x][i - 1] < w; --i) weightsFrom_[x][i] = weightsFrom_[x][i - 1];
+    weightsFrom_[x][i] = w;
+  }
+  const uint32_t root = graph_.Root();
+  if ((lengths_[root] >> (end_ - start_)) & 1u) StripWalk(root, start_, 0, 0, 0, 0);
+}
+
+int ExactMoves::StripBound(int column, int mainSum, int crossTotal, int face) const {
+  // The tiles left on the free squares left, the highest on the heaviest;
+  // a blank left counts as much as the dearest letter laid so far (it could
+  // stand there in its stead and free that tile).
+  const int* weights = weightsFrom_[column];
+  const int m = freeFrom_[column];
+  int sum = 0, i = 0, blanks = blanks_;
+  for (int j = 0; j < byValueCount_ && i < m; ++j) {
+    const int letter = byValue_[j], value = Value(letter);
+    for (; blanks > 0 && face >= value && i < m; --blanks) sum += weights[i++] * face;
+    for (int c = count_[size_t(letter)]; c > 0 && i < m; --c) sum += weights[i++] * value;
+  }
+  for (; blanks > 0 && i < m; --blanks) sum += weights[i++] * face;
+  return mainSum * stripFactor_ + crossTotal + fixedFrom_[column] + sum;
+}
+
+void ExactMoves::StripWalk(uint32_t node, int column, int mainSum, int crossTotal, int tiles, int face) {
+  const int left = end_ - column;  // letters still to come, this one's included
+  const Square& s = line_[column];
+  const WordGraph::Node& n = graph_.At(node);
+  if (s.tile >= 0) {
+    const int letter = s.tile;
+    ++stats_.steps;
+    if (left == 1) {
+      if ((n.ends >> letter) & 1u) Record(end_, mainSum + s.tileValue, stripFactor_, crossTotal, tiles);
+      return;
+    }
+    if (!((n.children >> letter) & 1u)) return;
+    const uint32_t child = graph_.Child(node, letter);
+    if ((lengths_[child] >> (left - 1)) & 1u) StripWalk(child, column + 1, mainSum + s.tileValue, crossTotal, tiles, face);
+    return;
+  }
+  if (haveBest_ && StripBound(column, mainSum, crossTotal, face) < best_.points) return;
+  const uint32_t letters = (left == 1 ? n.ends : n.children) & s.cross & stripLetters_ &
+                           (blanks_ > 0 ? kAllLetters : rackLetters_);
+  if (!letters) return;
+  const int lf = letterFactor_[column], wf = wordFactor_[column];
+  laid_[column] = true;
+  for (uint32_t l = letters; l; l &= l - 1) {
+    const int letter = __builtin_ctz(l);
+    ++stats_.steps;
+    uint32_t child = 0;
+    if (left > 1) {
+      child = graph_.Child(node, letter);
+      if (!((lengths_[child] >> (left - 1)) & 1u)) continue;
+    }
+    letter_[column] = int8_t(letter);
+    const int value = Value(letter) * lf;
+    const int cross = s.crossed ? (s.crossSum + value) * wf : 0;
+    Take(letter);
+    if (left == 1)
+      Record(end_, mainSum + value, stripFactor_, crossTotal + cross, tiles + 1);
+    else
+      StripWalk(child, column + 1, mainSum + value, crossTotal + cross, tiles + 1, std::max(face, Value(letter)));
+    GiveBack(letter);
+  }
+  letter_[column] = -1;
+  laid_[column] = false;
+}
+
+void ExactMoves::Take(int letter) {
+  if (count_[size_t(letter)] > 0) {
+    if (--count_[size_t(letter)] == 0) rackLetters_ &= ~(1u << letter);
+  } else {
+    --blanks_;
+    ++blankFor_[size_t(letter)];
+  }
+}
+
+void ExactMoves::GiveBack(int letter) {
+  if (blankFor_[size_t(letter)] > 0) {
+    --blankFor_[size_t(letter)];
+    ++blanks_;
+  } else if (count_[size_t(letter)]++ == 0) {
+    rackLetters_ |= 1u << letter;
+  }
 }
 
 void ExactMoves::Record(int end, int mainSum, int wordFactor, int crossTotal, int tiles) {

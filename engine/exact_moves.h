@@ -24,6 +24,17 @@
 // summed as the letters are laid. Plays down are found the same way on the
 // board turned through its diagonal (the premium table is symmetric).
 //
+// The best play is sought otherwise. Every stretch of a row that a play may
+// cover exactly (from the edge or a free square to a free square or the
+// edge, touching a tile, with no more free squares than tiles) is weighed by
+// the most its plays could be worth, and the stretches are searched the most
+// promising first, until none can reach the best play found. Before a
+// stretch is searched its weight is made closer: only the ways of taking
+// tiles from the rack that make a word of its length with its board letters
+// (as a multiset of letters, looked up at once) count. In a stretch the walk
+// follows the word graph only where a word of exactly the stretch's length
+// goes on, and leaves a branch as soon as it cannot reach the best play.
+//
 // The order of plays, best first: more points; then fewer blanks laid; then
 // fewer tiles laid; then the word in alphabetical order; then across before
 // down; then the higher row, then the column further left; and for the same
@@ -93,12 +104,14 @@ class ExactMoves {
   // The first play of that order, or nothing when there is none.
   std::optional<ExactPlay> Best(const char* squares, bool firstPlay, std::string_view rack);
 
-  // What the last call did, for benchmarks: steps of the walk, plays met.
+  // What the last call did, for benchmarks: steps of the walk, plays met,
+  // anchors (all plays), stretches of squares weighed and searched (best).
   struct Stats {
     int64_t steps = 0;
     int64_t plays = 0;
     int64_t anchors = 0;
-    int64_t anchorsSkipped = 0;
+    int64_t strips = 0;
+    int64_t stripsSearched = 0;
   };
   const Stats& LastStats() const { return stats_; }
 
@@ -112,31 +125,42 @@ class ExactMoves {
     int8_t tileValue = 0;  // its value (0 for a blank)
   };
   enum class Mode { All, Best };
-  // An anchor of the pass and the most its plays could be worth.
   struct Anchor {
-    int16_t bound;
     bool down;
     uint8_t row, column, leftLimit;
   };
+  // A stretch of a row that a play of the best mode may cover exactly: from
+  // `start` to before `end`, with `free` squares to fill, and the most its
+  // plays could be worth. Kept in lists by that bound (`next`).
+  struct Strip {
+    int32_t bound;
+    int32_t next;
+    bool down, refined;
+    uint8_t row, start, end, free;
+  };
 
   void Run(const char* squares, bool firstPlay, std::string_view rack, Mode mode);
+  void TakeRack(std::string_view rack);
   void PrepareSquares(const char* board, bool down, bool firstPlay);
-  uint32_t CrossSet(const char* board, int x, int y, int16_t& sum, bool& crossed) const;
+  uint32_t CrossSet(const char* board, int x, int y, uint32_t candidates, int16_t& sum, bool& crossed) const;
   void EnterRow(bool down, int row);
+  // All plays: from the anchors.
   void SearchAnchor(int anchor, int leftLimit);
-  int AnchorBound(int anchor, int leftLimit) const;
-  // What a word that has come to `column` with `tilesLeft` tiles left could
-  // still be worth at most, from the row's reach (see Reach).
-  int RightBound(int column, int tilesLeft, int mainSum, int wordFactor, int crossTotal) const {
-    const Reach& r = reach_[down_ ? 1 : 0][row_][column][tilesLeft];
-    if (r.factor < 0) return -1;
-    return crossTotal + wordFactor * (mainSum * r.factor + r.lettersTimesFactor) + r.rest;
-  }
-  void MakeReach(bool down, int row);
   void LeftPart(uint32_t node, int limit, int leftLength);
   void StartRight(uint32_t node, int leftLength);
   void ExtendRight(uint32_t node, int column, bool isWord, int mainSum, int wordFactor, int crossTotal,
                    int tiles);
+  // The best play: stretch by stretch, the most promising first.
+  void RunBest(bool firstPlay);
+  void MakeGraphTables();
+  void AddStrips(bool down, int row, bool firstPlay);
+  void Push(int strip);
+  struct Known;
+  const Known& KnownFor(uint64_t boardKey, int k);
+  int Refine(const Strip& strip);
+  void SearchStrip(const Strip& strip);
+  void StripWalk(uint32_t node, int column, int mainSum, int crossTotal, int tiles, int face);
+  int StripBound(int column, int mainSum, int crossTotal, int face) const;
   void Record(int end, int mainSum, int wordFactor, int crossTotal, int tiles);
   void Take(int letter);
   void GiveBack(int letter);
@@ -148,17 +172,16 @@ class ExactMoves {
   ExactPlay best_;
   bool haveBest_ = false;
   std::vector<Anchor> anchors_;
-  // For each row, column and count of tiles left, the most that the rest of
-  // a word from that column could bring, over every square it could end on:
-  // the word factor of the squares still to cover, the letters still to lay
-  // (the rack's highest values on the highest letter factors) and the board's
-  // tiles to cover times that factor, and the cross words and the bonus. A
-  // factor of -1: no word can go on from there.
-  struct Reach {
-    int32_t factor = -1, lettersTimesFactor = 0, rest = 0;
-  };
-  Reach reach_[2][15][16][8];
-  uint32_t reachMade_[2] = {};  // bit r: row r's reach is made
+
+  // Made from the graph on the first search for the best play (and made
+  // again should the graph change): for each node the lengths of the words
+  // that go on from it (bit n: a word ends n letters further), and the
+  // letters of every word as a multiset, to tell at once whether some word
+  // is made of exactly given letters.
+  const void* tablesFor_ = nullptr;
+  size_t tablesNodes_ = 0, tablesEdges_ = 0;
+  std::vector<uint16_t> lengths_;
+  std::vector<uint64_t> multisets_;  // open addressing, 0 an empty slot
 
   // The rack: the letters left, and the blanks that letters beyond them
   // take (which tiles are the blanks is chosen when a play is kept).
@@ -171,11 +194,44 @@ class ExactMoves {
   int rackSize_ = 0;
   int topValues_[8] = {};  // sums of the rack's highest values: topValues_[k] for the k highest
   int highest_ = 0;        // the highest value on the rack
+  // The rack's tiles by value, highest first (a blank is -1), the ways to
+  // take some of them that differ in letters, and for each way the multiset
+  // of its letters and the letters themselves.
+  int8_t tileLetter_[7] = {};
+  uint8_t wayCount_[8] = {};
+  uint8_t ways_[8][35] = {};  // by number of tiles
+  uint64_t wayKey_[128] = {};
+  uint32_t wayLetters_[128] = {};
+  // The rack's different letters by value, highest first.
+  int8_t byValue_[7] = {};
+  int byValueCount_ = 0;
+
+  // The stretches of the best mode, and for each bound the last pushed.
+  std::vector<Strip> strips_;
+  std::vector<int32_t> heads_;
+  // What is known of the words a stretch needs: for its board letters and
+  // its number of free squares, the ways of the rack that make a word.
+  struct Known {
+    uint64_t key = 0;
+    uint64_t ways[2] = {};
+  };
+  std::array<Known, 256> known_{};
+  int knownUsed_ = 0;
+  // The stretch being searched: its end, word factor, letters worth trying,
+  // and from each column on the fixed points to come and the weights of the
+  // free squares left, highest first.
+  int end_ = 0;
+  int stripFactor_ = 1;
+  uint32_t stripLetters_ = 0;
+  int fixedFrom_[16] = {};
+  uint8_t freeFrom_[16] = {};
+  int weightsFrom_[16][7] = {};
 
   // The squares of both passes (across, then down on the turned board), and
   // the pass under way.
   bool down_ = false;
   std::array<std::array<Square, 225>, 2> squares_{};
+  uint32_t rowsWithAnchors_[2] = {};
   // The row under way and its anchor.
   int row_ = 0;
   int anchor_ = 0;

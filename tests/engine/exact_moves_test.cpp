@@ -161,6 +161,18 @@ void Lay(BoardSquares& board, const ExactPlay& play) {
   }
 }
 
+// The best-only search names the play heading the whole list: the same word,
+// square, direction, points and blanks.
+void ExpectBestHeadsTheList(ExactMoves& moves, const BoardSquares& board, bool firstPlay, const std::string& rack,
+                            const std::string& what) {
+  const std::vector<ExactPlay> all = moves.All(board.data(), firstPlay, rack);
+  const std::optional<ExactPlay> best = moves.Best(board.data(), firstPlay, rack);
+  ASSERT_EQ(best.has_value(), !all.empty()) << what;
+  if (!best) return;
+  const auto identity = [](const ExactPlay& p) { return p.Shown() + " " + p.Place() + " " + std::to_string(p.points); };
+  EXPECT_EQ(identity(*best), identity(all.front())) << what;
+}
+
 std::string RandomRack(Rng& rng, int blanks) {
   static const std::string bag = "aaaaaaaaabbccdddeeeeeeeeeeeeeeeffgghhiiiiiiiijklllllmmmnnnnnnooooooppqrrrrrrssssss"
                                  "ttttttuuuuuuvvwxyz";
@@ -197,8 +209,9 @@ TEST(ExactMoves, FindsWhatTheBruteForceFindsOnBoardsGrownAtRandomFromASmallList)
       for (int blanks = 0; blanks <= 2; ++blanks) {
         const std::string rack = RandomRack(rng, blanks);
         const std::set<Found> generated = Generated(moves, board, first, rack);
-        ExpectSamePlays(BruteForce(lexicon, words, board, first, rack), generated,
-                        "game " + std::to_string(game) + " turn " + std::to_string(turn) + " rack " + rack);
+        const std::string what = "game " + std::to_string(game) + " turn " + std::to_string(turn) + " rack " + rack;
+        ExpectSamePlays(BruteForce(lexicon, words, board, first, rack), generated, what);
+        ExpectBestHeadsTheList(moves, board, first, rack, what);
         ++positions;
         plays += int(generated.size());
       }
@@ -288,6 +301,43 @@ TEST(ExactMoves, TheBestPlayHeadsTheWholeListAndTheDesignedSearchFindsNothingMor
   });
   EXPECT_GT(turns, 60);
   EXPECT_GT(designedBelow, 0);  // the designed proposal is not always the top
+}
+
+TEST(ExactMoves, TheBestPlayHeadsTheListOnBoardsOfManyGamesWithRacksRichInBlanksAndInSevenLetterWords) {
+  // Racks that make seven-letter words (their letters shuffled, some turned
+  // to blanks) find the plays of every tile; random racks the rest.
+  std::string text;
+  const std::vector<std::string_view> all = WordGraph::LexiconWords(RealLexicon(), text);
+  std::vector<std::string_view> sevens;
+  for (const std::string_view w : all)
+    if (w.size() == 7) sevens.push_back(w);
+  ExactMoves moves(RealLexicon().Graph());
+  Rng rng(424242);
+  int positions = 0, withSevenTiles = 0;
+  SelfPlay(RealLexicon(), 17, 3, [&](const Turn& turn, ClsPlateau&, EngineContext&) {
+    if (turn.number % 3 != 1) return;
+    for (int kind = 0; kind < 6; ++kind) {
+      const int blanks = kind % 3;
+      std::string rack;
+      if (kind < 3) {
+        rack = RandomRack(rng, blanks);
+      } else {
+        const std::string_view word = sevens[rng.Below(uint32_t(sevens.size()))];
+        for (const char c : word) rack += LowerAscii(c);
+        for (size_t k = rack.size(); k > 1; --k) std::swap(rack[k - 1], rack[rng.Below(uint32_t(k))]);
+        for (int b = 0; b < blanks; ++b) rack[size_t(b)] = '?';
+      }
+      const std::string what = "game " + std::to_string(turn.game) + " turn " + std::to_string(turn.number) +
+                               " rack " + rack;
+      ExpectBestHeadsTheList(moves, turn.board, turn.firstPlay, rack, what);
+      if (::testing::Test::HasFailure()) return;
+      const std::optional<ExactPlay> best = moves.Best(turn.board.data(), turn.firstPlay, rack);
+      withSevenTiles += best && best->tiles == 7;
+      ++positions;
+    }
+  });
+  EXPECT_GT(positions, 100);
+  EXPECT_GT(withSevenTiles, 20);  // the plays of every tile were met, and found best
 }
 
 TEST(ExactMoves, PlaysReadAsTheBoardTakesThem) {
