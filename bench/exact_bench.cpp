@@ -88,7 +88,7 @@ std::vector<Position> PlayGame(const Lexicon& lexicon, uint64_t seed) {
 struct Totals {
   double designed = 0, all = 0, best = 0;
   int64_t findings = 0, plays = 0, positions = 0;
-  int64_t allSteps = 0, bestSteps = 0, strips = 0, stripsSearched = 0;
+  int64_t allSteps = 0, bestSteps = 0, strips = 0, stripsRefined = 0, stripsSearched = 0, lookups = 0;
 };
 
 }  // namespace
@@ -164,6 +164,8 @@ int main(int argc, char** argv) {
       t.bestSteps += exact.LastStats().steps;
       t.strips += exact.LastStats().strips;
       t.stripsSearched += exact.LastStats().stripsSearched;
+      t.stripsRefined += exact.LastStats().stripsRefined;
+      t.lookups += exact.LastStats().lookups;
       t.findings += findings;
       t.plays += int64_t(plays);
       t.positions += 1;
@@ -192,8 +194,10 @@ int main(int argc, char** argv) {
   }
 
   for (int b = 0; b < 3; ++b)
-    std::printf("  %d blank(s): steps all %lld best %lld\n", b, (long long)byBlanks[b].allSteps,
-                (long long)byBlanks[b].bestSteps);
+    std::printf("  %d blank(s): steps all %lld best %lld; stretches %lld, refined %lld, searched %lld; lookups %lld\n",
+                b, (long long)byBlanks[b].allSteps, (long long)byBlanks[b].bestSteps, (long long)byBlanks[b].strips,
+                (long long)byBlanks[b].stripsRefined, (long long)byBlanks[b].stripsSearched,
+                (long long)byBlanks[b].lookups);
   std::printf("steps of the walk: all plays %lld, best only %lld; stretches weighed %lld, searched %lld\n",
               (long long)(byBlanks[0].allSteps + byBlanks[1].allSteps + byBlanks[2].allSteps),
               (long long)(byBlanks[0].bestSteps + byBlanks[1].bestSteps + byBlanks[2].bestSteps),

@@ -166,7 +166,7 @@ constexpr std::array<uint64_t, 26> kLetterKey = MakeLetterKeys();
 
 size_t SlotOf(uint64_t key, size_t mask) { return size_t((key ^ (key >> 29)) * 0x9E3779B97F4A7C15ull >> 20) & mask; }
 
-constexpr int kBuckets = 4096;
+constexpr int kBuckets = 512;  // the last takes every bound above
 
 // The most that k tiles of the rack can add to a word laid over free squares
 // of which n3 triple and n2 double their letter: the highest values on the
@@ -235,24 +235,21 @@ void ExactMoves::TakeRack(std::string_view rack) {
     if (tileLetter_[i] >= 0 && (i == 0 || tileLetter_[i] != tileLetter_[i - 1]))
       byValue_[byValueCount_++] = tileLetter_[i];
   std::fill(std::begin(wayCount_), std::end(wayCount_), uint8_t(0));
+  uint32_t alikeBefore = 0;  // bit i: tile i is the letter of tile i - 1
+  for (int i = 1; i < rackSize_; ++i)
+    if (tileLetter_[i] == tileLetter_[i - 1]) alikeBefore |= 1u << i;
+  wayKey_[0] = 0;
+  wayLetters_[0] = 0;
   for (uint32_t way = 0; way < (1u << rackSize_); ++way) {
-    bool first = true;
-    uint64_t key = 0;
-    uint32_t letters = 0;
-    for (int i = 0; i < rackSize_; ++i) {
-      if (!((way >> i) & 1u)) continue;
-      // Of alike tiles, the first ones only.
-      if (i > 0 && tileLetter_[i] == tileLetter_[i - 1] && !((way >> (i - 1)) & 1u)) first = false;
-      if (tileLetter_[i] >= 0) {
-        key += kLetterKey[size_t(tileLetter_[i])];
-        letters |= 1u << tileLetter_[i];
-      } else {
-        letters = kAllLetters;
-      }
+    if (way) {
+      const int tile = __builtin_ctz(way);
+      const uint32_t rest = way & (way - 1);
+      const int letter = tileLetter_[tile];
+      wayKey_[way] = wayKey_[rest] + (letter >= 0 ? kLetterKey[size_t(letter)] : 0);
+      wayLetters_[way] = wayLetters_[rest] | (letter >= 0 ? 1u << letter : kAllLetters);
     }
-    wayKey_[way] = key;
-    wayLetters_[way] = letters;
-    if (!first) continue;
+    // Of alike tiles, the first ones only.
+    if (way & alikeBefore & ~(way << 1)) continue;
     const int n = __builtin_popcount(way);
     ways_[n][wayCount_[n]++] = uint8_t(way);
   }
@@ -528,20 +525,25 @@ void ExactMoves::RunBest(bool firstPlay) {
   MakeGraphTables();
   strips_.clear();
   heads_.assign(kBuckets, -1);
-  for (Known& k : known_) k.key = 0;
+  if (++knownStamp_ == 0) {
+    for (Known& k : known_) k.stamp = 0;
+    knownStamp_ = 1;
+  }
   knownUsed_ = 0;
   for (const bool down : {false, true})
     for (int row = 0; row < kSize; ++row)
       if ((rowsWithAnchors_[down ? 1 : 0] >> row) & 1u) AddStrips(down, row, firstPlay);
   stats_.strips = int64_t(strips_.size());
   for (int bucket = kBuckets - 1; bucket >= 0; --bucket) {
-    if (haveBest_ && bucket < best_.points) break;
+    if (haveBest_ && bucket < best_.points && bucket < kBuckets - 1) break;
     while (heads_[size_t(bucket)] >= 0) {
       const int index = heads_[size_t(bucket)];
       Strip& strip = strips_[size_t(index)];
       heads_[size_t(bucket)] = strip.next;
+      if (haveBest_ && strip.bound < best_.points) continue;
       if (!strip.refined) {
         strip.refined = true;
+        ++stats_.stripsRefined;
         strip.bound = std::min(strip.bound, Refine(strip));
         if (strip.bound < 0 || (haveBest_ && strip.bound < best_.points)) continue;
         if (strip.bound < bucket) {
@@ -565,14 +567,29 @@ void ExactMoves::Push(int index) {
 void ExactMoves::AddStrips(bool down, int row, bool firstPlay) {
   const Square* line = &squares_[down ? 1 : 0][size_t(row * kSize)];
   const Premium* premiums = &kPremium[size_t(row * kSize)];
+  // From each square: the nearest square a play must cover (a tile, a
+  // free square with a tile above or below, or the centre of the first
+  // play), and how many free squares lie before it.
+  int touch[kSize + 1], freeBefore[kSize + 1];
+  touch[kSize] = kSize;
+  freeBefore[kSize] = 0;
+  for (int x = kSize - 1; x >= 0; --x) {
+    const Square& s = line[x];
+    const bool here = firstPlay ? row == kCentre && x == kCentre : s.tile >= 0 || s.crossed;
+    touch[x] = here ? x : touch[x + 1];
+    freeBefore[x] = here ? 0 : freeBefore[x + 1] + (s.tile < 0);
+  }
   for (int start = 0; start < kSize; ++start) {
     if (start > 0 && line[start - 1].tile >= 0) continue;  // the word would begin further left
+    if (touch[start] == kSize || freeBefore[start] >= rackSize_ + (line[touch[start]].tile >= 0)) continue;
     int k = 0, n2 = 0, n3 = 0, factor = 1, boardSum = 0, crossFixed = 0, crossLetter = 0, crossedFree = 0;
+    uint64_t boardKey = 0;
     bool touches = false;
     for (int e = start; e < kSize; ++e) {
       const Square& s = line[e];
       if (s.tile >= 0) {
         boardSum += s.tileValue;
+        boardKey += kLetterKey[size_t(s.tile)];
         touches = true;
       } else {
         if (!s.cross || ++k > rackSize_) break;
@@ -592,9 +609,18 @@ void ExactMoves::AddStrips(bool down, int row, bool firstPlay) {
       if (firstPlay ? row != kCentre || start > kCentre || e < kCentre || k < 2 : !touches) continue;
       // One tile with a tile above or below it makes a play down.
       if (!down && k == 1 && crossedFree == 1) continue;
+      // The plays of every tile: only when the rack's ways make a word with
+      // these board letters, and for what these ways bring. The others are
+      // weighed by the rack's highest tiles until their turn comes.
+      const int* top = topValues_;
+      if (k == 7) {
+        const Known& known = KnownFor(boardKey, k);
+        if (!known.any) continue;
+        top = known.top;
+      }
       Strip strip;
-      strip.bound = (boardSum + LettersAtMost(topValues_, k, n3, n2)) * factor + crossFixed +
-                    highest_ * crossLetter + (k == 7 ? kBonus : 0);
+      strip.bound = (boardSum + LettersAtMost(top, k, n3, n2)) * factor + crossFixed + top[1] * crossLetter +
+                    (k == 7 ? kBonus : 0);
       strip.next = -1;
       strip.down = down;
       strip.refined = false;
@@ -614,34 +640,67 @@ const ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
   uint64_t key = boardKey * 31 + uint64_t(k) + 1;
   key += key == 0;
   if (knownUsed_ * 4 >= int(known_.size()) * 3) {
-    for (Known& old : known_) old.key = 0;
+    if (++knownStamp_ == 0) {
+      for (Known& old : known_) old.stamp = 0;
+      knownStamp_ = 1;
+    }
     knownUsed_ = 0;
   }
   size_t slot = size_t(key >> 56);
-  while (known_[slot].key != 0 && known_[slot].key != key) slot = (slot + 1) & (known_.size() - 1);
+  while (known_[slot].stamp == knownStamp_ && known_[slot].key != key) slot = (slot + 1) & (known_.size() - 1);
   Known& known = known_[slot];
-  if (known.key == key) return known;
+  if (known.stamp == knownStamp_) return known;
+  known.stamp = knownStamp_;
   known.key = key;
   ++knownUsed_;
   known.ways[0] = known.ways[1] = 0;
+  known.tooMany = false;
+  known.hitCount = 0;
+  const auto hit = [&known](uint32_t way, int first, int second) {
+    known.ways[way >> 6] |= 1ull << (way & 63);
+    if (known.hitCount == kHits) {
+      known.tooMany = true;
+      return;
+    }
+    known.hits[known.hitCount++] = Hit{uint8_t(way), {int8_t(first), int8_t(second)}};
+  };
   const uint32_t real = (1u << (rackSize_ - rackBlanks_)) - 1u;
   for (int w = 0; w < wayCount_[k]; ++w) {
     const uint32_t way = ways_[k][w];
     const int blanksIn = __builtin_popcount(way & ~real);
     const uint64_t letters = boardKey + wayKey_[way];
-    bool makes = false;
+    stats_.lookups += blanksIn == 0 ? 1 : k < rackSize_ ? 0 : blanksIn == 1 ? 26 : 351;
     if (blanksIn == 0) {
-      makes = HasMultiset(multisets_, letters);
-    } else if (k < rackSize_) {
-      makes = true;  // (only the plays of every tile are looked up with their blanks)
-    } else if (blanksIn == 1) {
-      for (int l = 0; l < 26 && !makes; ++l) makes = HasMultiset(multisets_, letters + kLetterKey[size_t(l)]);
+      if (HasMultiset(multisets_, letters)) hit(way, -1, -1);
+    } else if (blanksIn == 1 && k == rackSize_) {
+      for (int l = 0; l < 26; ++l)
+        if (HasMultiset(multisets_, letters + kLetterKey[size_t(l)])) hit(way, l, -1);
+    } else if (k == rackSize_) {
+      for (int l = 0; l < 26; ++l)
+        for (int m = l; m < 26; ++m)
+          if (HasMultiset(multisets_, letters + kLetterKey[size_t(l)] + kLetterKey[size_t(m)])) hit(way, l, m);
     } else {
-      for (int l = 0; l < 26 && !makes; ++l)
-        for (int m = l; m < 26 && !makes; ++m)
-          makes = HasMultiset(multisets_, letters + kLetterKey[size_t(l)] + kLetterKey[size_t(m)]);
+      // Blanks among fewer than all the tiles: taken as making a word (26
+      // lookups for each blank cost more than the walk they would spare).
+      known.ways[way >> 6] |= 1ull << (way & 63);
+      known.tooMany = true;
     }
-    if (makes) known.ways[way >> 6] |= 1ull << (way & 63);
+  }
+  // For each count of tiles, the most the highest of them are worth in a
+  // way that makes a word.
+  known.any = false;
+  std::fill(std::begin(known.top), std::end(known.top), 0);
+  for (int w = 0; w < wayCount_[k]; ++w) {
+    const uint32_t way = ways_[k][w];
+    if (!((known.ways[way >> 6] >> (way & 63)) & 1u)) continue;
+    known.any = true;
+    int sum = 0, j = 0;
+    for (uint32_t bits = way; bits; bits &= bits - 1) {
+      const int tile = __builtin_ctz(bits);
+      sum += tileLetter_[tile] >= 0 ? Value(tileLetter_[tile]) : 0;
+      ++j;
+      known.top[j] = std::max(known.top[j], sum);
+    }
   }
   return known;
 }
@@ -697,17 +756,63 @@ void ExactMoves::SearchStrip(const Strip& strip) {
   for (int x = start_; x < end_; ++x)
     if (line_[x].tile < 0) factor *= wordFactor_[x];
   stripFactor_ = factor;
-  // The letters of the ways that make a word here.
+  // The words that can be made here: their letters, and for each letter
+  // and count the words that hold that many.
   const int k = strip.free;
+  int8_t board[26] = {};
   uint64_t boardKey = 0;
   for (int x = start_; x < end_; ++x)
-    if (line_[x].tile >= 0) boardKey += kLetterKey[size_t(line_[x].tile)];
+    if (line_[x].tile >= 0) {
+      boardKey += kLetterKey[size_t(line_[x].tile)];
+      ++board[size_t(line_[x].tile)];
+    }
   const Known& known = KnownFor(boardKey, k);
+  uint32_t boardLetters = 0;
+  for (int l = 0; l < 26; ++l)
+    if (board[l]) boardLetters |= 1u << l;
   stripLetters_ = 0;
-  for (int w = 0; w < wayCount_[k]; ++w) {
-    const uint32_t way = ways_[k][w];
-    if ((known.ways[way >> 6] >> (way & 63)) & 1u) stripLetters_ |= wayLetters_[way];
+  if (known.tooMany) {
+    for (int w = 0; w < wayCount_[k]; ++w) {
+      const uint32_t way = ways_[k][w];
+      if ((known.ways[way >> 6] >> (way & 63)) & 1u) stripLetters_ |= wayLetters_[way];
+    }
+    for (uint32_t l = stripLetters_ | boardLetters; l; l &= l - 1)
+      std::fill(std::begin(inWords_[__builtin_ctz(l)]), std::end(inWords_[__builtin_ctz(l)]), ~0ull);
+    allWords_ = ~0ull;
+  } else {
+    for (int i = 0; i < known.hitCount; ++i) {
+      const Hit& h = known.hits[i];
+      for (int t = 0; t < rackSize_; ++t)
+        if (((h.way >> t) & 1u) && tileLetter_[t] >= 0) stripLetters_ |= 1u << tileLetter_[t];
+      for (const int8_t b : h.blank)
+        if (b >= 0) stripLetters_ |= 1u << b;
+    }
+    for (uint32_t l = stripLetters_ | boardLetters; l; l &= l - 1)
+      std::fill(std::begin(inWords_[__builtin_ctz(l)]), std::end(inWords_[__builtin_ctz(l)]), 0ull);
+    for (int i = 0; i < known.hitCount; ++i) {
+      const Hit& h = known.hits[i];
+      int8_t counts[26];
+      uint32_t present = boardLetters;
+      for (uint32_t l = boardLetters; l; l &= l - 1) counts[__builtin_ctz(l)] = board[__builtin_ctz(l)];
+      const auto add = [&](int letter) {
+        if (!((present >> letter) & 1u)) {
+          present |= 1u << letter;
+          counts[letter] = 0;
+        }
+        ++counts[letter];
+      };
+      for (uint32_t tiles = h.way; tiles; tiles &= tiles - 1)
+        if (tileLetter_[__builtin_ctz(tiles)] >= 0) add(tileLetter_[__builtin_ctz(tiles)]);
+      for (const int8_t b : h.blank)
+        if (b >= 0) add(b);
+      for (uint32_t l = present; l; l &= l - 1) {
+        const int letter = __builtin_ctz(l);
+        for (int n = 1; n <= counts[letter]; ++n) inWords_[letter][n] |= 1ull << i;
+      }
+    }
+    allWords_ = known.hitCount == 64 ? ~0ull : (1ull << known.hitCount) - 1u;
   }
+  std::fill(std::begin(met_), std::end(met_), int8_t(0));
   // From each column to the end: the fixed points and the weights of the
   // free squares, highest first.
   fixedFrom_[end_] = k == 7 ? kBonus : 0;
@@ -728,7 +833,7 @@ void ExactMoves::SearchStrip(const Strip& strip) {
     weightsFrom_[x][i] = w;
   }
   const uint32_t root = graph_.Root();
-  if ((lengths_[root] >> (end_ - start_)) & 1u) StripWalk(root, start_, 0, 0, 0, 0);
+  if (allWords_ && ((lengths_[root] >> (end_ - start_)) & 1u)) StripWalk(root, start_, 0, 0, 0, 0, allWords_);
 }
 
 int ExactMoves::StripBound(int column, int mainSum, int crossTotal, int face) const {
@@ -747,20 +852,26 @@ int ExactMoves::StripBound(int column, int mainSum, int crossTotal, int face) co
   return mainSum * stripFactor_ + crossTotal + fixedFrom_[column] + sum;
 }
 
-void ExactMoves::StripWalk(uint32_t node, int column, int mainSum, int crossTotal, int tiles, int face) {
+void ExactMoves::StripWalk(uint32_t node, int column, int mainSum, int crossTotal, int tiles, int face,
+                           uint64_t words) {
   const int left = end_ - column;  // letters still to come, this one's included
   const Square& s = line_[column];
   const WordGraph::Node& n = graph_.At(node);
   if (s.tile >= 0) {
     const int letter = s.tile;
     ++stats_.steps;
+    const uint64_t still = words & inWords_[letter][met_[letter] + 1];
+    if (!still) return;
     if (left == 1) {
       if ((n.ends >> letter) & 1u) Record(end_, mainSum + s.tileValue, stripFactor_, crossTotal, tiles);
       return;
     }
     if (!((n.children >> letter) & 1u)) return;
     const uint32_t child = graph_.Child(node, letter);
-    if ((lengths_[child] >> (left - 1)) & 1u) StripWalk(child, column + 1, mainSum + s.tileValue, crossTotal, tiles, face);
+    if (!((lengths_[child] >> (left - 1)) & 1u)) return;
+    ++met_[letter];
+    StripWalk(child, column + 1, mainSum + s.tileValue, crossTotal, tiles, face, still);
+    --met_[letter];
     return;
   }
   if (haveBest_ && StripBound(column, mainSum, crossTotal, face) < best_.points) return;
@@ -772,6 +883,8 @@ void ExactMoves::StripWalk(uint32_t node, int column, int mainSum, int crossTota
   for (uint32_t l = letters; l; l &= l - 1) {
     const int letter = __builtin_ctz(l);
     ++stats_.steps;
+    const uint64_t still = words & inWords_[letter][met_[letter] + 1];
+    if (!still) continue;
     uint32_t child = 0;
     if (left > 1) {
       child = graph_.Child(node, letter);
@@ -781,10 +894,14 @@ void ExactMoves::StripWalk(uint32_t node, int column, int mainSum, int crossTota
     const int value = Value(letter) * lf;
     const int cross = s.crossed ? (s.crossSum + value) * wf : 0;
     Take(letter);
-    if (left == 1)
+    if (left == 1) {
       Record(end_, mainSum + value, stripFactor_, crossTotal + cross, tiles + 1);
-    else
-      StripWalk(child, column + 1, mainSum + value, crossTotal + cross, tiles + 1, std::max(face, Value(letter)));
+    } else {
+      ++met_[letter];
+      StripWalk(child, column + 1, mainSum + value, crossTotal + cross, tiles + 1, std::max(face, Value(letter)),
+                still);
+      --met_[letter];
+    }
     GiveBack(letter);
   }
   letter_[column] = -1;

@@ -111,7 +111,9 @@ class ExactMoves {
     int64_t plays = 0;
     int64_t anchors = 0;
     int64_t strips = 0;
+    int64_t stripsRefined = 0;
     int64_t stripsSearched = 0;
+    int64_t lookups = 0;
   };
   const Stats& LastStats() const { return stats_; }
 
@@ -159,7 +161,7 @@ class ExactMoves {
   const Known& KnownFor(uint64_t boardKey, int k);
   int Refine(const Strip& strip);
   void SearchStrip(const Strip& strip);
-  void StripWalk(uint32_t node, int column, int mainSum, int crossTotal, int tiles, int face);
+  void StripWalk(uint32_t node, int column, int mainSum, int crossTotal, int tiles, int face, uint64_t words);
   int StripBound(int column, int mainSum, int crossTotal, int face) const;
   void Record(int end, int mainSum, int wordFactor, int crossTotal, int tiles);
   void Take(int letter);
@@ -210,19 +212,39 @@ class ExactMoves {
   std::vector<Strip> strips_;
   std::vector<int32_t> heads_;
   // What is known of the words a stretch needs: for its board letters and
-  // its number of free squares, the ways of the rack that make a word.
+  // its number of free squares, the ways of the rack that make a word, and
+  // the words' letters themselves (a way and the letters of its blanks),
+  // unless there are too many of them to follow.
+  struct Hit {
+    uint8_t way;
+    int8_t blank[2];
+  };
+  static constexpr int kHits = 64;
   struct Known {
+    uint32_t stamp = 0;  // of the search that made it
     uint64_t key = 0;
     uint64_t ways[2] = {};
+    bool any = false;      // some way makes a word
+    int top[8] = {};       // top[j]: the most j tiles of a way that makes a word are worth
+    bool tooMany = false;
+    uint8_t hitCount = 0;
+    Hit hits[kHits];
   };
   std::array<Known, 256> known_{};
   int knownUsed_ = 0;
+  uint32_t knownStamp_ = 0;
   // The stretch being searched: its end, word factor, letters worth trying,
   // and from each column on the fixed points to come and the weights of the
   // free squares left, highest first.
   int end_ = 0;
   int stripFactor_ = 1;
   uint32_t stripLetters_ = 0;
+  // The words a stretch may still make, as bits over the hits of its Known:
+  // bit i of inWords_[letter][n] when hit i's letters hold n of that letter.
+  // The letters met so far along the walk.
+  uint64_t inWords_[26][16] = {};
+  uint64_t allWords_ = 0;
+  int8_t met_[26] = {};
   int fixedFrom_[16] = {};
   uint8_t freeFrom_[16] = {};
   int weightsFrom_[16][7] = {};
