@@ -164,7 +164,18 @@ constexpr std::array<uint64_t, 26> MakeLetterKeys() {
 }
 constexpr std::array<uint64_t, 26> kLetterKey = MakeLetterKeys();
 
-size_t SlotOf(uint64_t key, size_t mask) { return size_t((key ^ (key >> 29)) * 0x9E3779B97F4A7C15ull >> 20) & mask; }
+// The multisets of the words are kept in a filter of one word of 64 bits per
+// key, three bits of it set: a multiset that is not there is said to be
+// there about once in a hundred times (the bound is then only less close),
+// and one that is there is always found. Small enough to stay in the cache.
+struct FilterSpot {
+  size_t word;
+  uint64_t bits;
+};
+FilterSpot SpotOf(uint64_t key, size_t wordMask) {
+  const uint64_t h = (key ^ (key >> 31)) * 0x9E3779B97F4A7C15ull;
+  return FilterSpot{size_t(h >> 40) & wordMask, (1ull << (h & 63)) | (1ull << ((h >> 6) & 63)) | (1ull << ((h >> 12) & 63))};
+}
 
 constexpr int kBuckets = 512;  // the last takes every bound above
 
@@ -478,45 +489,44 @@ void ExactMoves::MakeGraphTables() {
       lengths |= uint32_t(lengths_[graph_.Child(id, __builtin_ctz(letters))]) << 1;
     lengths_[id] = uint16_t(lengths);
   }
-  size_t slots = 1024;
-  while (slots < graph_.WordCount() * 5 / 2) slots *= 2;
-  multisets_.assign(slots, 0);
-  const size_t mask = slots - 1;
+  // Words less one of their letters: about seven keys a word.
+  size_t words = 1024;  // of 64 bits: about 22 bits a key
+  while (words * 64 < graph_.WordCount() * 20) words *= 2;
+  multisets_.assign(words, 0);
+  size_t lessOne = 1024;
+  while (lessOne * 64 < graph_.WordCount() * 7 * 20) lessOne *= 2;
+  lessOne_.assign(lessOne, 0);
   struct Walker {
     const WordGraph& graph;
-    std::vector<uint64_t>& table;
-    size_t mask;
-    void Walk(uint32_t node, uint64_t key) {
-      const WordGraph::Node& n = graph.At(node);
-      for (uint32_t letters = n.ends; letters; letters &= letters - 1) Keep(key + kLetterKey[size_t(__builtin_ctz(letters))]);
-      for (uint32_t letters = n.children; letters; letters &= letters - 1) {
-        const int letter = __builtin_ctz(letters);
-        Walk(graph.Child(node, letter), key + kLetterKey[size_t(letter)]);
-      }
+    std::vector<uint64_t>& whole;
+    std::vector<uint64_t>& less;
+    static void Set(std::vector<uint64_t>& filter, uint64_t key) {
+      const FilterSpot spot = SpotOf(key, filter.size() - 1);
+      filter[spot.word] |= spot.bits;
     }
-    void Keep(uint64_t key) {
-      key += key == 0;
-      for (size_t slot = SlotOf(key, mask);; slot = (slot + 1) & mask) {
-        if (table[slot] == key) return;
-        if (table[slot] == 0) {
-          table[slot] = key;
-          return;
-        }
+    void Walk(uint32_t node, uint64_t key, uint32_t letters) {
+      const WordGraph::Node& n = graph.At(node);
+      for (uint32_t ends = n.ends; ends; ends &= ends - 1) {
+        const int last = __builtin_ctz(ends);
+        const uint64_t word = key + kLetterKey[size_t(last)];
+        Set(whole, word);
+        for (uint32_t in = letters | (1u << last); in; in &= in - 1) Set(less, word - kLetterKey[size_t(__builtin_ctz(in))]);
+      }
+      for (uint32_t children = n.children; children; children &= children - 1) {
+        const int letter = __builtin_ctz(children);
+        Walk(graph.Child(node, letter), key + kLetterKey[size_t(letter)], letters | (1u << letter));
       }
     }
   };
-  Walker{graph_, multisets_, mask}.Walk(graph_.Root(), 0);
+  Walker{graph_, multisets_, lessOne_}.Walk(graph_.Root(), 0, 0);
 }
 
 namespace {
 
-bool HasMultiset(const std::vector<uint64_t>& table, uint64_t key) {
-  key += key == 0;
-  const size_t mask = table.size() - 1;
-  for (size_t slot = SlotOf(key, mask);; slot = (slot + 1) & mask) {
-    if (table[slot] == key) return true;
-    if (table[slot] == 0) return false;
-  }
+bool HasMultiset(const std::vector<uint64_t>& filter, int64_t& lookups, uint64_t key) {
+  ++lookups;
+  const FilterSpot spot = SpotOf(key, filter.size() - 1);
+  return (filter[spot.word] & spot.bits) == spot.bits;
 }
 
 }  // namespace
@@ -669,21 +679,32 @@ const ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
     const uint32_t way = ways_[k][w];
     const int blanksIn = __builtin_popcount(way & ~real);
     const uint64_t letters = boardKey + wayKey_[way];
-    stats_.lookups += blanksIn == 0 ? 1 : k < rackSize_ ? 0 : blanksIn == 1 ? 26 : 351;
     if (blanksIn == 0) {
-      if (HasMultiset(multisets_, letters)) hit(way, -1, -1);
+      if (HasMultiset(multisets_, stats_.lookups, letters)) hit(way, -1, -1);
     } else if (blanksIn == 1 && k == rackSize_) {
       for (int l = 0; l < 26; ++l)
-        if (HasMultiset(multisets_, letters + kLetterKey[size_t(l)])) hit(way, l, -1);
-    } else if (k == rackSize_) {
-      for (int l = 0; l < 26; ++l)
-        for (int m = l; m < 26; ++m)
-          if (HasMultiset(multisets_, letters + kLetterKey[size_t(l)] + kLetterKey[size_t(m)])) hit(way, l, m);
+        if (HasMultiset(multisets_, stats_.lookups, letters + kLetterKey[size_t(l)])) hit(way, l, -1);
+    } else if (blanksIn == 1) {
+      // Fewer than all the tiles, a blank among them: some word holds these
+      // letters and one more.
+      if (HasMultiset(lessOne_, stats_.lookups, letters)) {
+        known.ways[way >> 6] |= 1ull << (way & 63);
+        known.tooMany = true;
+      }
     } else {
-      // Blanks among fewer than all the tiles: taken as making a word (26
-      // lookups for each blank cost more than the walk they would spare).
-      known.ways[way >> 6] |= 1ull << (way & 63);
-      known.tooMany = true;
+      // Two blanks: the first letter where some word holds these letters,
+      // it and one more; with all the tiles, the second letter too.
+      for (int l = 0; l < 26; ++l) {
+        if (!HasMultiset(lessOne_, stats_.lookups, letters + kLetterKey[size_t(l)])) continue;
+        if (k < rackSize_) {
+          known.ways[way >> 6] |= 1ull << (way & 63);
+          known.tooMany = true;
+          break;
+        }
+        for (int m = l; m < 26; ++m)
+          if (HasMultiset(multisets_, stats_.lookups, letters + kLetterKey[size_t(l)] + kLetterKey[size_t(m)]))
+            hit(way, l, m);
+      }
     }
   }
   // For each count of tiles, the most the highest of them are worth in a

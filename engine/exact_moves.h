@@ -183,7 +183,8 @@ class ExactMoves {
   const void* tablesFor_ = nullptr;
   size_t tablesNodes_ = 0, tablesEdges_ = 0;
   std::vector<uint16_t> lengths_;
-  std::vector<uint64_t> multisets_;  // open addressing, 0 an empty slot
+  std::vector<uint64_t> multisets_;  // a filter (see SpotOf)
+  std::vector<uint64_t> lessOne_;    // the same of every word less one of its letters
 
   // The rack: the letters left, and the blanks that letters beyond them
   // take (which tiles are the blanks is chosen when a play is kept).
