@@ -31,9 +31,12 @@
 // promising first, until none can reach the best play found. Before a
 // stretch is searched its weight is made closer: only the ways of taking
 // tiles from the rack that make a word of its length with its board letters
-// (as a multiset of letters, looked up at once) count. In a stretch the walk
-// follows the word graph only where a word of exactly the stretch's length
-// goes on, and leaves a branch as soon as it cannot reach the best play.
+// count (the letters of every word, as multisets, and of every word less one
+// letter, are kept in two filters made at the first search; a blank is
+// tried as each letter, or found in the second filter). In a stretch the
+// walk follows the word graph only where a word of exactly the stretch's
+// length goes on, with letters that keep it within one of those words, and
+// leaves a branch as soon as it cannot reach the best play.
 //
 // The order of plays, best first: more points; then fewer blanks laid; then
 // fewer tiles laid; then the word in alphabetical order; then across before
