@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "data/embedded_lexicon.h"
+#include "bench/seeded_game.h"
 #include "engine/board.h"
 #include "engine/board_text.h"
 #include "engine/context.h"
@@ -34,53 +35,9 @@ using ostrane::EngineContext;
 
 const ostrane::Lexicon& Loaded() { return ostrane::EmbeddedLexicon(); }
 
-std::string FullBag() {
-  std::string bag;
-  for (size_t k = 0; k + 2 < ostrane::StrPioche.size(); k += 3) {
-    const int count = (ostrane::StrPioche[k] - '0') * 10 + (ostrane::StrPioche[k + 1] - '0');
-    const char c = ostrane::StrPioche[k + 2];
-    bag.append(size_t(count), c == '?' ? '?' : ostrane::LowerAscii(c));
-  }
-  return bag;
-}
+using Position = ostrane::bench::SeededTurn;
 
-struct Position {
-  BoardSquares board{};
-  std::string rack;
-};
-
-// The boards of one seeded game, turn by turn, with the rack of each turn.
-std::vector<Position> PlayGame(uint64_t seed) {
-  EngineContext context;
-  context.Random.Seed(seed);
-  std::string bag = FullBag();
-  for (size_t k = bag.size(); k > 1; --k) std::swap(bag[k - 1], bag[context.Random.Below(uint32_t(k))]);
-  ClsPlateau board(Loaded(), context);
-  std::vector<Position> positions;
-  std::string rack;
-  for (;;) {
-    while (rack.size() < 7 && !bag.empty()) {
-      rack += bag.back();
-      bag.pop_back();
-    }
-    if (rack.empty()) break;
-    Position position;
-    for (int y = 0; y < 15; ++y)
-      for (int x = 0; x < 15; ++x) position.board[size_t(y) * 15 + size_t(x)] = board.Square(x, y);
-    position.rack = rack;
-    positions.push_back(position);
-    std::string letters = rack;
-    board.TrouveSolution(letters);
-    const auto best = board.SubSortie(5);
-    if (!best) break;
-    int laid = 0;
-    TakeTiles(board, *best, rack, laid);
-    board.SubCaserWord(*best);
-    board.SubWordFirst(false);
-    context.LngSens = 0;
-  }
-  return positions;
-}
+std::vector<Position> PlayGame(uint64_t seed) { return ostrane::bench::PlaySeededGame(Loaded(), seed); }
 
 const std::vector<Position>& Game(uint64_t seed) {
   static std::vector<std::pair<uint64_t, std::vector<Position>>> games;

@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/seeded_game.h"
 #include "data/embedded_lexicon.h"
 #include "engine/board.h"
 #include "engine/board_text.h"
@@ -41,48 +42,13 @@ struct Position {
   int blanks = 0;
 };
 
-std::string ShuffledBag(Rng& rng) {
-  std::string bag;
-  for (size_t k = 0; k + 2 < StrPioche.size(); k += 3)
-    bag.append(size_t((StrPioche[k] - '0') * 10 + (StrPioche[k + 1] - '0')),
-               StrPioche[k + 2] == '?' ? '?' : LowerAscii(StrPioche[k + 2]));
-  for (size_t k = bag.size(); k > 1; --k) std::swap(bag[k - 1], bag[rng.Below(uint32_t(k))]);
-  return bag;
-}
-
 int Blanks(const std::string& rack) { return int(std::count(rack.begin(), rack.end(), '?')); }
 
 // The turns of one game the designed search plays against itself.
 std::vector<Position> PlayGame(const Lexicon& lexicon, uint64_t seed) {
-  EngineContext context;
-  context.Random.Seed(seed);
-  Rng rng(seed * 7919 + 1);
-  std::string bag = ShuffledBag(rng), rack;
-  ClsPlateau board(lexicon, context);
   std::vector<Position> turns;
-  for (;;) {
-    while (rack.size() < 7 && !bag.empty()) {
-      rack += bag.back();
-      bag.pop_back();
-    }
-    if (rack.empty()) break;
-    Position p;
-    for (int y = 0; y < 15; ++y)
-      for (int x = 0; x < 15; ++x) p.board[size_t(y * 15 + x)] = board.Square(x, y);
-    p.first = board.SubWordFirst();
-    p.rack = rack;
-    p.blanks = Blanks(rack);
-    turns.push_back(p);
-    std::string letters = rack;
-    board.TrouveSolution(letters);
-    const auto best = board.SubSortie(5);
-    if (!best) break;
-    int laid = 0;
-    TakeTiles(board, *best, rack, laid);
-    board.SubCaserWord(*best);
-    board.SubWordFirst(false);
-    context.LngSens = 0;
-  }
+  for (const bench::SeededTurn& t : bench::PlaySeededGame(lexicon, seed))
+    turns.push_back(Position{t.board, t.first, t.rack, Blanks(t.rack)});
   return turns;
 }
 
