@@ -177,6 +177,9 @@ FilterSpot SpotOf(uint64_t key, size_t wordMask) {
   return FilterSpot{size_t(h >> 40) & wordMask, (1ull << (h & 63)) | (1ull << ((h >> 6) & 63)) | (1ull << ((h >> 12) & 63))};
 }
 
+// The first slot to look at for a multiset's key in the table of words.
+size_t AnagramSpot(uint64_t key, size_t mask) { return size_t((key ^ (key >> 29)) * 0xD6E8FEB86659FD93ull >> 32) & mask; }
+
 constexpr int kBuckets = 512;  // the last takes every bound above
 
 // The most that k tiles of the rack can add to a word laid over free squares
@@ -496,29 +499,74 @@ void ExactMoves::MakeGraphTables() {
   size_t lessOne = 1024;
   while (lessOne * 64 < graph_.WordCount() * 7 * 20) lessOne *= 2;
   lessOne_.assign(lessOne, 0);
+  // The words by multiset: each word's slot found as the walk meets it,
+  // then the words put in place slot by slot.
+  size_t slots = 1024;
+  while (slots < graph_.WordCount() + graph_.WordCount() / 4) slots *= 2;
+  anagramSlots_.assign(slots, AnagramSlot{});
+  struct Met {
+    uint32_t slot;
+    std::array<int8_t, 16> letters;
+  };
+  std::vector<Met> met;
+  met.reserve(graph_.WordCount());
   struct Walker {
     const WordGraph& graph;
     std::vector<uint64_t>& whole;
     std::vector<uint64_t>& less;
+    std::vector<AnagramSlot>& slots;
+    std::vector<Met>& met;
+    std::array<int8_t, 16> word{};
     static void Set(std::vector<uint64_t>& filter, uint64_t key) {
       const FilterSpot spot = SpotOf(key, filter.size() - 1);
       filter[spot.word] |= spot.bits;
     }
-    void Walk(uint32_t node, uint64_t key, uint32_t letters) {
+    void Walk(uint32_t node, int depth, uint64_t key, uint32_t letters) {
       const WordGraph::Node& n = graph.At(node);
       for (uint32_t ends = n.ends; ends; ends &= ends - 1) {
         const int last = __builtin_ctz(ends);
-        const uint64_t word = key + kLetterKey[size_t(last)];
-        Set(whole, word);
-        for (uint32_t in = letters | (1u << last); in; in &= in - 1) Set(less, word - kLetterKey[size_t(__builtin_ctz(in))]);
+        const uint64_t whole_key = key + kLetterKey[size_t(last)];
+        Set(whole, whole_key);
+        for (uint32_t in = letters | (1u << last); in; in &= in - 1)
+          Set(less, whole_key - kLetterKey[size_t(__builtin_ctz(in))]);
+        const size_t mask = slots.size() - 1;
+        size_t i = AnagramSpot(whole_key, mask);
+        while (slots[i].count && slots[i].key != whole_key) i = (i + 1) & mask;
+        slots[i].key = whole_key;
+        ++slots[i].count;
+        word[size_t(depth)] = int8_t(last);
+        word[15] = int8_t(depth + 1);
+        met.push_back(Met{uint32_t(i), word});
       }
       for (uint32_t children = n.children; children; children &= children - 1) {
         const int letter = __builtin_ctz(children);
-        Walk(graph.Child(node, letter), key + kLetterKey[size_t(letter)], letters | (1u << letter));
+        word[size_t(depth)] = int8_t(letter);
+        Walk(graph.Child(node, letter), depth + 1, key + kLetterKey[size_t(letter)], letters | (1u << letter));
       }
     }
   };
-  Walker{graph_, multisets_, lessOne_}.Walk(graph_.Root(), 0, 0);
+  Walker{graph_, multisets_, lessOne_, anagramSlots_, met}.Walk(graph_.Root(), 0, 0, 0);
+  uint32_t first = 0;
+  for (AnagramSlot& slot : anagramSlots_) {
+    slot.first = first;
+    first += slot.count;
+  }
+  anagramWords_.resize(first);
+  for (const Met& m : met) {
+    AnagramSlot& slot = anagramSlots_[m.slot];
+    anagramWords_[slot.first++] = m.letters;
+  }
+  for (AnagramSlot& slot : anagramSlots_) slot.first -= slot.count;
+}
+
+const ExactMoves::AnagramSlot* ExactMoves::Anagrams(uint64_t key) const {
+  const size_t mask = anagramSlots_.size() - 1;
+  size_t i = AnagramSpot(key, mask);
+  while (anagramSlots_[i].count) {
+    if (anagramSlots_[i].key == key) return &anagramSlots_[i];
+    i = (i + 1) & mask;
+  }
+  return nullptr;
 }
 
 namespace {
@@ -788,6 +836,10 @@ void ExactMoves::SearchStrip(const Strip& strip) {
       ++board[size_t(line_[x].tile)];
     }
   const Known& known = KnownFor(boardKey, k);
+  if (!known.tooMany) {
+    SolveHits(known, boardKey, k);
+    return;
+  }
   uint32_t boardLetters = 0;
   for (int l = 0; l < 26; ++l)
     if (board[l]) boardLetters |= 1u << l;
@@ -855,6 +907,80 @@ void ExactMoves::SearchStrip(const Strip& strip) {
   }
   const uint32_t root = graph_.Root();
   if (allWords_ && ((lengths_[root] >> (end_ - start_)) & 1u)) StripWalk(root, start_, 0, 0, 0, 0, allWords_);
+}
+
+void ExactMoves::SolveHits(const Known& known, uint64_t boardKey, int k) {
+  // The words of each multiset the rack makes here, laid where they fit;
+  // a multiset only when its tiles, the dearest on the heaviest squares,
+  // can reach the best play.
+  const int length = end_ - start_;
+  int fixed = k == 7 ? kBonus : 0, boardSum = 0, weights[7], n = 0;
+  for (int x = start_; x < end_; ++x) {
+    const Square& s = line_[x];
+    if (s.tile >= 0) {
+      boardSum += s.tileValue;
+      continue;
+    }
+    if (s.crossed) fixed += s.crossSum * wordFactor_[x];
+    const int w = letterFactor_[x] * (stripFactor_ + (s.crossed ? wordFactor_[x] : 0));
+    int i = n++;
+    for (; i > 0 && weights[i - 1] < w; --i) weights[i] = weights[i - 1];
+    weights[i] = w;
+  }
+  fixed += boardSum * stripFactor_;
+  for (int h = 0; h < known.hitCount; ++h) {
+    const Hit& hit = known.hits[h];
+    int bound = fixed, i = 0;
+    for (uint32_t bits = hit.way; bits; bits &= bits - 1) {
+      const int letter = tileLetter_[__builtin_ctz(bits)];
+      bound += weights[i++] * (letter >= 0 ? Value(letter) : 0);
+    }
+    if (haveBest_ && bound < best_.points) continue;
+    uint64_t key = boardKey + wayKey_[hit.way];
+    for (const int8_t b : hit.blank)
+      if (b >= 0) key += kLetterKey[size_t(b)];
+    const AnagramSlot* slot = Anagrams(key);
+    if (!slot) continue;
+    for (uint32_t w = slot->first; w < slot->first + slot->count; ++w) {
+      const std::array<int8_t, 16>& word = anagramWords_[w];
+      if (word[15] != length) continue;
+      ++stats_.steps;
+      // The word fits the board's letters and the cross words, and the
+      // rack has its other letters (a blank for those it lacks).
+      std::array<int8_t, 26> left = inRack_;
+      int blanks = rackBlanks_, mainSum = 0, crossTotal = 0, x = start_;
+      for (; x < end_; ++x) {
+        const Square& s = line_[x];
+        const int letter = word[size_t(x - start_)];
+        if (s.tile >= 0) {
+          if (letter != s.tile) break;
+          mainSum += s.tileValue;
+          continue;
+        }
+        if (!((s.cross >> letter) & 1u)) break;
+        if (left[size_t(letter)] > 0) {
+          --left[size_t(letter)];
+        } else if (blanks > 0) {
+          --blanks;
+        } else {
+          break;
+        }
+        const int value = Value(letter) * letterFactor_[x];
+        mainSum += value;
+        if (s.crossed) crossTotal += (s.crossSum + value) * wordFactor_[x];
+      }
+      if (x < end_) continue;
+      for (x = start_; x < end_; ++x) {
+        letter_[x] = word[size_t(x - start_)];
+        laid_[x] = line_[x].tile < 0;
+      }
+      Record(end_, mainSum, stripFactor_, crossTotal, k);
+    }
+  }
+  for (int x = start_; x < end_; ++x) {
+    letter_[x] = line_[x].tile;
+    laid_[x] = false;
+  }
 }
 
 int ExactMoves::StripBound(int column, int mainSum, int crossTotal, int face) const {

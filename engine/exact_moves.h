@@ -33,7 +33,11 @@
 // tiles from the rack that make a word of its length with its board letters
 // count (the letters of every word, as multisets, and of every word less one
 // letter, are kept in two filters made at the first search; a blank is
-// tried as each letter, or found in the second filter). In a stretch the
+// tried as each letter, or found in the second filter). Where those ways
+// and the letters of their blanks are known, the stretch is searched
+// through a table of every word by its letters: the words of each multiset
+// that can still reach the best play are laid where they fit. Otherwise (a
+// blank in fewer than all the tiles) the
 // walk follows the word graph only where a word of exactly the stretch's
 // length goes on, with letters that keep it within one of those words, and
 // leaves a branch as soon as it cannot reach the best play.
@@ -164,6 +168,7 @@ class ExactMoves {
   const Known& KnownFor(uint64_t boardKey, int k);
   int Refine(const Strip& strip);
   void SearchStrip(const Strip& strip);
+  void SolveHits(const Known& known, uint64_t boardKey, int k);
   void StripWalk(uint32_t node, int column, int mainSum, int crossTotal, int tiles, int face, uint64_t words);
   int StripBound(int column, int mainSum, int crossTotal, int face) const;
   void Record(int end, int mainSum, int wordFactor, int crossTotal, int tiles);
@@ -188,6 +193,16 @@ class ExactMoves {
   std::vector<uint16_t> lengths_;
   std::vector<uint64_t> multisets_;  // a filter (see SpotOf)
   std::vector<uint64_t> lessOne_;    // the same of every word less one of its letters
+  // Every word by the multiset of its letters: the words of one multiset
+  // side by side (letters 0 = A, the length in the last byte), found by the
+  // multiset's key.
+  struct AnagramSlot {
+    uint64_t key = 0;
+    uint32_t first = 0, count = 0;  // count 0: a free slot
+  };
+  std::vector<AnagramSlot> anagramSlots_;
+  std::vector<std::array<int8_t, 16>> anagramWords_;
+  const AnagramSlot* Anagrams(uint64_t key) const;
 
   // The rack: the letters left, and the blanks that letters beyond them
   // take (which tiles are the blanks is chosen when a play is kept).
