@@ -28,11 +28,20 @@ constexpr std::array<Premium, 225> MakePremiums() {
     for (int x = 0; x < kSize; ++x) {
       Premium& p = table[size_t(y * kSize + x)];
       switch (kPrimeRows[size_t(y)][size_t(x)]) {
-        case '1': p.letter = 2; break;
-        case '2': p.letter = 3; break;
-        case '3': p.word = 2; break;
-        case '4': p.word = 3; break;
-        default: break;
+        case '1':
+          p.letter = 2;
+          break;
+        case '2':
+          p.letter = 3;
+          break;
+        case '3':
+          p.word = 2;
+          break;
+        case '4':
+          p.word = 3;
+          break;
+        default:
+          break;
       }
     }
   return table;
@@ -174,11 +183,14 @@ struct FilterSpot {
 };
 FilterSpot SpotOf(uint64_t key, size_t wordMask) {
   const uint64_t h = (key ^ (key >> 31)) * 0x9E3779B97F4A7C15ull;
-  return FilterSpot{size_t(h >> 40) & wordMask, (1ull << (h & 63)) | (1ull << ((h >> 6) & 63)) | (1ull << ((h >> 12) & 63))};
+  return FilterSpot{size_t(h >> 40) & wordMask,
+                    (1ull << (h & 63)) | (1ull << ((h >> 6) & 63)) | (1ull << ((h >> 12) & 63))};
 }
 
 // The first slot to look at for a multiset's key in the table of words.
-size_t AnagramSpot(uint64_t key, size_t mask) { return size_t((key ^ (key >> 29)) * 0xD6E8FEB86659FD93ull >> 32) & mask; }
+size_t AnagramSpot(uint64_t key, size_t mask) {
+  return size_t((key ^ (key >> 29)) * 0xD6E8FEB86659FD93ull >> 32) & mask;
+}
 
 constexpr int kBuckets = 512;  // the last takes every bound above
 
@@ -479,7 +491,8 @@ void ExactMoves::ExtendRight(uint32_t node, int column, bool isWord, int mainSum
 
 void ExactMoves::MakeGraphTables() {
   const void* graphNow = graph_.NodeCount() ? &graph_.At(0) : nullptr;
-  if (graphNow == tablesFor_ && graph_.NodeCount() == tablesNodes_ && graph_.EdgeCount() == tablesEdges_) return;
+  if (graphNow == tablesFor_ && graph_.NodeCount() == tablesNodes_ && graph_.EdgeCount() == tablesEdges_)
+    return;
   tablesFor_ = graphNow;
   tablesNodes_ = graph_.NodeCount();
   tablesEdges_ = graph_.EdgeCount();
@@ -541,7 +554,8 @@ void ExactMoves::MakeGraphTables() {
       for (uint32_t children = n.children; children; children &= children - 1) {
         const int letter = __builtin_ctz(children);
         word[size_t(depth)] = int8_t(letter);
-        Walk(graph.Child(node, letter), depth + 1, key + kLetterKey[size_t(letter)], letters | (1u << letter));
+        Walk(graph.Child(node, letter), depth + 1, key + kLetterKey[size_t(letter)],
+             letters | (1u << letter));
       }
     }
   };
@@ -583,11 +597,7 @@ void ExactMoves::RunBest(bool firstPlay) {
   MakeGraphTables();
   strips_.clear();
   heads_.assign(kBuckets, -1);
-  if (++knownStamp_ == 0) {
-    for (Known& k : known_) k.stamp = 0;
-    knownStamp_ = 1;
-  }
-  knownUsed_ = 0;
+  NewKnownTable();
   for (const bool down : {false, true})
     for (int row = 0; row < kSize; ++row)
       if ((rowsWithAnchors_[down ? 1 : 0] >> row) & 1u) AddStrips(down, row, firstPlay);
@@ -627,46 +637,54 @@ void ExactMoves::AddStrips(bool down, int row, bool firstPlay) {
   const Premium* premiums = &kPremium[size_t(row * kSize)];
   // From each square: the nearest square a play must cover (a tile, a
   // free square with a tile above or below, or the centre of the first
-  // play), and how many free squares lie before it.
-  int touch[kSize + 1], freeBefore[kSize + 1];
-  touch[kSize] = kSize;
-  freeBefore[kSize] = 0;
+  // play), and the nearest free square no letter of the rack may fill.
+  int touch[kSize + 1], stop[kSize + 1];
+  touch[kSize] = stop[kSize] = kSize;
   for (int x = kSize - 1; x >= 0; --x) {
     const Square& s = line[x];
     const bool here = firstPlay ? row == kCentre && x == kCentre : s.tile >= 0 || s.crossed;
     touch[x] = here ? x : touch[x + 1];
-    freeBefore[x] = here ? 0 : freeBefore[x + 1] + (s.tile < 0);
+    stop[x] = s.tile < 0 && !s.cross ? x : stop[x + 1];
+  }
+  // Up to each square, from the left: the free squares, those that double
+  // and triple their letter, the product of their word factors, the board's
+  // tiles (points and letters), and the free squares between tiles above
+  // and below (their cross words' fixed points and letter weights).
+  int free[kSize + 1], n2s[kSize + 1], n3s[kSize + 1], factors[kSize + 1], sums[kSize + 1];
+  int crossFixeds[kSize + 1], crossLetters[kSize + 1], crosseds[kSize + 1];
+  uint64_t keys[kSize + 1];
+  free[0] = n2s[0] = n3s[0] = sums[0] = crossFixeds[0] = crossLetters[0] = crosseds[0] = 0;
+  factors[0] = 1;
+  keys[0] = 0;
+  for (int x = 0; x < kSize; ++x) {
+    const Square& s = line[x];
+    const Premium p = premiums[x];
+    const bool open = s.tile < 0;
+    free[x + 1] = free[x] + open;
+    n2s[x + 1] = n2s[x] + (open && p.letter == 2);
+    n3s[x + 1] = n3s[x] + (open && p.letter == 3);
+    factors[x + 1] = factors[x] * (open ? p.word : 1);
+    sums[x + 1] = sums[x] + (open ? 0 : s.tileValue);
+    keys[x + 1] = keys[x] + (open ? 0 : kLetterKey[size_t(s.tile)]);
+    const bool crossed = open && s.crossed;
+    crosseds[x + 1] = crosseds[x] + crossed;
+    crossFixeds[x + 1] = crossFixeds[x] + (crossed ? s.crossSum * p.word : 0);
+    crossLetters[x + 1] = crossLetters[x] + (crossed ? p.letter * p.word : 0);
   }
   for (int start = 0; start < kSize; ++start) {
     if (start > 0 && line[start - 1].tile >= 0) continue;  // the word would begin further left
-    if (touch[start] == kSize || freeBefore[start] >= rackSize_ + (line[touch[start]].tile >= 0)) continue;
-    int k = 0, n2 = 0, n3 = 0, factor = 1, boardSum = 0, crossFixed = 0, crossLetter = 0, crossedFree = 0;
-    uint64_t boardKey = 0;
-    bool touches = false;
-    for (int e = start; e < kSize; ++e) {
-      const Square& s = line[e];
-      if (s.tile >= 0) {
-        boardSum += s.tileValue;
-        boardKey += kLetterKey[size_t(s.tile)];
-        touches = true;
-      } else {
-        if (!s.cross || ++k > rackSize_) break;
-        const Premium p = premiums[e];
-        n2 += p.letter == 2;
-        n3 += p.letter == 3;
-        factor *= p.word;
-        if (s.crossed) {
-          touches = true;
-          ++crossedFree;
-          crossFixed += s.crossSum * p.word;
-          crossLetter += p.letter * p.word;
-        }
-      }
+    for (int e = touch[start]; e < stop[start]; ++e) {
+      const int k = free[e + 1] - free[start];
+      if (k > rackSize_) break;
       if (e + 1 < kSize && line[e + 1].tile >= 0) continue;  // the word would go on
-      if (e == start || k == 0) continue;
-      if (firstPlay ? row != kCentre || start > kCentre || e < kCentre || k < 2 : !touches) continue;
+      if (e == start || k == 0 || (firstPlay && k < 2)) continue;
       // One tile with a tile above or below it makes a play down.
-      if (!down && k == 1 && crossedFree == 1) continue;
+      if (!down && k == 1 && crosseds[e + 1] - crosseds[start] == 1) continue;
+      const int n2 = n2s[e + 1] - n2s[start], n3 = n3s[e + 1] - n3s[start];
+      const int factor = factors[e + 1] / factors[start], boardSum = sums[e + 1] - sums[start];
+      const int crossFixed = crossFixeds[e + 1] - crossFixeds[start];
+      const int crossLetter = crossLetters[e + 1] - crossLetters[start];
+      const uint64_t boardKey = keys[e + 1] - keys[start];
       // The plays of every tile: only when the rack's ways make a word with
       // these board letters, and for what these ways bring. The others are
       // weighed by the rack's highest tiles until their turn comes.
@@ -680,6 +698,9 @@ void ExactMoves::AddStrips(bool down, int row, bool firstPlay) {
       strip.bound = (boardSum + LettersAtMost(top, k, n3, n2)) * factor + crossFixed + top[1] * crossLetter +
                     (k == 7 ? kBonus : 0);
       strip.next = -1;
+      strip.boardKey = boardKey;
+      strip.fixed = int16_t(boardSum * factor + crossFixed + (k == 7 ? kBonus : 0));
+      strip.factor = int16_t(factor);
       strip.down = down;
       strip.refined = false;
       strip.row = uint8_t(row);
@@ -692,25 +713,26 @@ void ExactMoves::AddStrips(bool down, int row, bool firstPlay) {
   }
 }
 
+void ExactMoves::NewKnownTable() {
+  if (++knownStamp_ == 0) {
+    for (KnownSlot& slot : knownSlots_) slot.stamp = 0;
+    knownStamp_ = 1;
+  }
+  knownUsed_ = 0;
+}
+
 const ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
   // The ways of the rack that make a word with these board letters, known
   // once for each set of them and number of tiles.
-  uint64_t key = boardKey * 31 + uint64_t(k) + 1;
-  key += key == 0;
-  if (knownUsed_ * 4 >= int(known_.size()) * 3) {
-    if (++knownStamp_ == 0) {
-      for (Known& old : known_) old.stamp = 0;
-      knownStamp_ = 1;
-    }
-    knownUsed_ = 0;
-  }
-  size_t slot = size_t(key >> 56);
-  while (known_[slot].stamp == knownStamp_ && known_[slot].key != key) slot = (slot + 1) & (known_.size() - 1);
-  Known& known = known_[slot];
-  if (known.stamp == knownStamp_) return known;
-  known.stamp = knownStamp_;
-  known.key = key;
-  ++knownUsed_;
+  const uint64_t key = boardKey << 3 | uint64_t(k);
+  if (knownUsed_ == int(known_.size())) NewKnownTable();
+  const size_t mask = knownSlots_.size() - 1;
+  size_t at = size_t((key ^ (key >> 31)) * 0x9E3779B97F4A7C15ull >> 50) & mask;
+  while (knownSlots_[at].stamp == knownStamp_ && knownSlots_[at].key != key) at = (at + 1) & mask;
+  KnownSlot& slot = knownSlots_[at];
+  if (slot.stamp == knownStamp_) return known_[slot.known];
+  slot = KnownSlot{key, knownStamp_, uint32_t(knownUsed_)};
+  Known& known = known_[size_t(knownUsed_++)];
   known.ways[0] = known.ways[1] = 0;
   known.tooMany = false;
   known.hitCount = 0;
@@ -750,19 +772,20 @@ const ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
           break;
         }
         for (int m = l; m < 26; ++m)
-          if (HasMultiset(multisets_, stats_.lookups, letters + kLetterKey[size_t(l)] + kLetterKey[size_t(m)]))
+          if (HasMultiset(multisets_, stats_.lookups,
+                          letters + kLetterKey[size_t(l)] + kLetterKey[size_t(m)]))
             hit(way, l, m);
       }
     }
   }
   // For each count of tiles, the most the highest of them are worth in a
-  // way that makes a word.
-  known.any = false;
+  // way that makes a word (weighed with when all the tiles are laid).
+  known.any = (known.ways[0] | known.ways[1]) != 0;
+  if (k < 7) return known;
   std::fill(std::begin(known.top), std::end(known.top), 0);
   for (int w = 0; w < wayCount_[k]; ++w) {
     const uint32_t way = ways_[k][w];
     if (!((known.ways[way >> 6] >> (way & 63)) & 1u)) continue;
-    known.any = true;
     int sum = 0, j = 0;
     for (uint32_t bits = way; bits; bits &= bits - 1) {
       const int tile = __builtin_ctz(bits);
@@ -777,19 +800,7 @@ const ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
 int ExactMoves::Refine(const Strip& strip) {
   const Square* line = &squares_[strip.down ? 1 : 0][size_t(strip.row * kSize)];
   const Premium* premiums = &kPremium[size_t(strip.row * kSize)];
-  uint64_t boardKey = 0;
-  int boardSum = 0, factor = 1, fixed = strip.free == 7 ? kBonus : 0;
-  for (int x = strip.start; x < strip.end; ++x) {
-    const Square& s = line[x];
-    if (s.tile >= 0) {
-      boardKey += kLetterKey[size_t(s.tile)];
-      boardSum += s.tileValue;
-    } else {
-      factor *= premiums[x].word;
-      if (s.crossed) fixed += s.crossSum * premiums[x].word;
-    }
-  }
-  fixed += boardSum * factor;
+  const int factor = strip.factor, fixed = strip.fixed;
   int weights[7], n = 0;
   for (int x = strip.start; x < strip.end; ++x) {
     const Square& s = line[x];
@@ -801,19 +812,18 @@ int ExactMoves::Refine(const Strip& strip) {
     weights[i] = w;
   }
 
-  const int k = strip.free;
-  const Known& known = KnownFor(boardKey, k);
+  const Known& known = KnownFor(strip.boardKey, strip.free);
   int bound = -1;
-  for (int w = 0; w < wayCount_[k]; ++w) {
-    const uint32_t way = ways_[k][w];
-    if (!((known.ways[way >> 6] >> (way & 63)) & 1u)) continue;
-    int sum = 0, i = 0;
-    for (uint32_t bits = way; bits; bits &= bits - 1) {
-      const int tile = __builtin_ctz(bits);
-      sum += weights[i++] * (tileLetter_[tile] >= 0 ? Value(tileLetter_[tile]) : 0);
+  for (int half = 0; half < 2; ++half)
+    for (uint64_t ways = known.ways[half]; ways; ways &= ways - 1) {
+      const uint32_t way = uint32_t(half * 64 + __builtin_ctzll(ways));
+      int sum = 0, i = 0;
+      for (uint32_t bits = way; bits; bits &= bits - 1) {
+        const int tile = __builtin_ctz(bits);
+        sum += weights[i++] * (tileLetter_[tile] >= 0 ? Value(tileLetter_[tile]) : 0);
+      }
+      bound = std::max(bound, fixed + sum);
     }
-    bound = std::max(bound, fixed + sum);
-  }
   return bound;
 }
 
@@ -821,25 +831,19 @@ void ExactMoves::SearchStrip(const Strip& strip) {
   EnterRow(strip.down, strip.row);
   start_ = strip.start;
   end_ = strip.end;
-  int factor = 1;
-  for (int x = start_; x < end_; ++x)
-    if (line_[x].tile < 0) factor *= wordFactor_[x];
+  const int factor = strip.factor;
   stripFactor_ = factor;
-  // The words that can be made here: their letters, and for each letter
-  // and count the words that hold that many.
   const int k = strip.free;
-  int8_t board[26] = {};
-  uint64_t boardKey = 0;
-  for (int x = start_; x < end_; ++x)
-    if (line_[x].tile >= 0) {
-      boardKey += kLetterKey[size_t(line_[x].tile)];
-      ++board[size_t(line_[x].tile)];
-    }
-  const Known& known = KnownFor(boardKey, k);
+  const Known& known = KnownFor(strip.boardKey, k);
   if (!known.tooMany) {
-    SolveHits(known, boardKey, k);
+    SolveHits(known, strip);
     return;
   }
+  // The words that can be made here: their letters, and for each letter
+  // and count the words that hold that many.
+  int8_t board[26] = {};
+  for (int x = start_; x < end_; ++x)
+    if (line_[x].tile >= 0) ++board[size_t(line_[x].tile)];
   uint32_t boardLetters = 0;
   for (int l = 0; l < 26; ++l)
     if (board[l]) boardLetters |= 1u << l;
@@ -909,25 +913,20 @@ void ExactMoves::SearchStrip(const Strip& strip) {
   if (allWords_ && ((lengths_[root] >> (end_ - start_)) & 1u)) StripWalk(root, start_, 0, 0, 0, 0, allWords_);
 }
 
-void ExactMoves::SolveHits(const Known& known, uint64_t boardKey, int k) {
+void ExactMoves::SolveHits(const Known& known, const Strip& strip) {
   // The words of each multiset the rack makes here, laid where they fit;
   // a multiset only when its tiles, the dearest on the heaviest squares,
   // can reach the best play.
-  const int length = end_ - start_;
-  int fixed = k == 7 ? kBonus : 0, boardSum = 0, weights[7], n = 0;
+  const int length = end_ - start_, k = strip.free, fixed = strip.fixed;
+  int weights[7], n = 0;
   for (int x = start_; x < end_; ++x) {
     const Square& s = line_[x];
-    if (s.tile >= 0) {
-      boardSum += s.tileValue;
-      continue;
-    }
-    if (s.crossed) fixed += s.crossSum * wordFactor_[x];
+    if (s.tile >= 0) continue;
     const int w = letterFactor_[x] * (stripFactor_ + (s.crossed ? wordFactor_[x] : 0));
     int i = n++;
     for (; i > 0 && weights[i - 1] < w; --i) weights[i] = weights[i - 1];
     weights[i] = w;
   }
-  fixed += boardSum * stripFactor_;
   for (int h = 0; h < known.hitCount; ++h) {
     const Hit& hit = known.hits[h];
     int bound = fixed, i = 0;
@@ -936,7 +935,7 @@ void ExactMoves::SolveHits(const Known& known, uint64_t boardKey, int k) {
       bound += weights[i++] * (letter >= 0 ? Value(letter) : 0);
     }
     if (haveBest_ && bound < best_.points) continue;
-    uint64_t key = boardKey + wayKey_[hit.way];
+    uint64_t key = strip.boardKey + wayKey_[hit.way];
     for (const int8_t b : hit.blank)
       if (b >= 0) key += kLetterKey[size_t(b)];
     const AnagramSlot* slot = Anagrams(key);
@@ -1045,8 +1044,8 @@ void ExactMoves::StripWalk(uint32_t node, int column, int mainSum, int crossTota
       Record(end_, mainSum + value, stripFactor_, crossTotal + cross, tiles + 1);
     } else {
       ++met_[letter];
-      StripWalk(child, column + 1, mainSum + value, crossTotal + cross, tiles + 1, std::max(face, Value(letter)),
-                still);
+      StripWalk(child, column + 1, mainSum + value, crossTotal + cross, tiles + 1,
+                std::max(face, Value(letter)), still);
       --met_[letter];
     }
     GiveBack(letter);
@@ -1086,7 +1085,8 @@ void ExactMoves::Record(int end, int mainSum, int wordFactor, int crossTotal, in
     ++used[letter];
     ++count;
   }
-  if (tiles == 1 && !down_ && line_[start_ + fresh[0]].crossed) return;  // a single tile with a tile above or below is a play down
+  if (tiles == 1 && !down_ && line_[start_ + fresh[0]].crossed)
+    return;  // a single tile with a tile above or below is a play down
   ++stats_.plays;
   const int allReal = mainSum * wordFactor + crossTotal + (tiles == 7 ? kBonus : 0);
 
@@ -1132,7 +1132,8 @@ void ExactMoves::Record(int end, int mainSum, int wordFactor, int crossTotal, in
         for (int need = short_[l]; need > 0; --need) {
           int pick = -1;
           for (int i = 0; i < count; ++i)
-            if (!((chosen >> i) & 1u) && letter_[start_ + fresh[i]] == l && (pick < 0 || delta[i] < delta[pick]))
+            if (!((chosen >> i) & 1u) && letter_[start_ + fresh[i]] == l &&
+                (pick < 0 || delta[i] < delta[pick]))
               pick = i;
           chosen |= 1u << pick;
           points -= delta[pick];

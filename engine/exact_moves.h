@@ -144,6 +144,9 @@ class ExactMoves {
   struct Strip {
     int32_t bound;
     int32_t next;
+    uint64_t boardKey;  // the board's letters in it
+    int16_t fixed;      // the points that do not hang on the tiles laid
+    int16_t factor;     // its word factor
     bool down, refined;
     uint8_t row, start, end, free;
   };
@@ -168,7 +171,7 @@ class ExactMoves {
   const Known& KnownFor(uint64_t boardKey, int k);
   int Refine(const Strip& strip);
   void SearchStrip(const Strip& strip);
-  void SolveHits(const Known& known, uint64_t boardKey, int k);
+  void SolveHits(const Known& known, const Strip& strip);
   void StripWalk(uint32_t node, int column, int mainSum, int crossTotal, int tiles, int face, uint64_t words);
   int StripBound(int column, int mainSum, int crossTotal, int face) const;
   void Record(int end, int mainSum, int wordFactor, int crossTotal, int tiles);
@@ -240,8 +243,6 @@ class ExactMoves {
   };
   static constexpr int kHits = 64;
   struct Known {
-    uint32_t stamp = 0;  // of the search that made it
-    uint64_t key = 0;
     uint64_t ways[2] = {};
     bool any = false;      // some way makes a word
     int top[8] = {};       // top[j]: the most j tiles of a way that makes a word are worth
@@ -251,6 +252,15 @@ class ExactMoves {
   };
   std::array<Known, 256> known_{};
   int knownUsed_ = 0;
+  // Where each is, by its board letters and number of tiles; a slot is in
+  // use when its stamp is that of the table now.
+  struct KnownSlot {
+    uint64_t key = 0;
+    uint32_t stamp = 0;
+    uint32_t known = 0;
+  };
+  std::array<KnownSlot, 1024> knownSlots_{};
+  void NewKnownTable();
   uint32_t knownStamp_ = 0;
   // The stretch being searched: its end, word factor, letters worth trying,
   // and from each column on the fixed points to come and the weights of the
