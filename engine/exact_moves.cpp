@@ -721,7 +721,7 @@ void ExactMoves::NewKnownTable() {
   knownUsed_ = 0;
 }
 
-const ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
+ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
   // The ways of the rack that make a word with these board letters, known
   // once for each set of them and number of tiles.
   const uint64_t key = boardKey << 3 | uint64_t(k);
@@ -735,14 +735,11 @@ const ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
   Known& known = known_[size_t(knownUsed_++)];
   known.ways[0] = known.ways[1] = 0;
   known.tooMany = false;
+  known.listed = true;
   known.hitCount = 0;
-  const auto hit = [&known](uint32_t way, int first, int second) {
+  const auto hit = [this, &known](uint32_t way, int first, int second) {
     known.ways[way >> 6] |= 1ull << (way & 63);
-    if (known.hitCount == kHits) {
-      known.tooMany = true;
-      return;
-    }
-    known.hits[known.hitCount++] = Hit{uint8_t(way), {int8_t(first), int8_t(second)}};
+    AddHit(known, way, first, second);
   };
   const uint32_t real = (1u << (rackSize_ - rackBlanks_)) - 1u;
   for (int w = 0; w < wayCount_[k]; ++w) {
@@ -756,10 +753,10 @@ const ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
         if (HasMultiset(multisets_, stats_.lookups, letters + kLetterKey[size_t(l)])) hit(way, l, -1);
     } else if (blanksIn == 1) {
       // Fewer than all the tiles, a blank among them: some word holds these
-      // letters and one more.
+      // letters and one more (which, is sought if the stretch is searched).
       if (HasMultiset(lessOne_, stats_.lookups, letters)) {
         known.ways[way >> 6] |= 1ull << (way & 63);
-        known.tooMany = true;
+        known.listed = false;
       }
     } else {
       // Two blanks: the first letter where some word holds these letters,
@@ -768,7 +765,7 @@ const ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
         if (!HasMultiset(lessOne_, stats_.lookups, letters + kLetterKey[size_t(l)])) continue;
         if (k < rackSize_) {
           known.ways[way >> 6] |= 1ull << (way & 63);
-          known.tooMany = true;
+          known.listed = false;
           break;
         }
         for (int m = l; m < 26; ++m)
@@ -795,6 +792,38 @@ const ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
     }
   }
   return known;
+}
+
+void ExactMoves::AddHit(Known& known, uint32_t way, int first, int second) {
+  if (known.hitCount == kHits) {
+    known.tooMany = true;
+    return;
+  }
+  known.hits[known.hitCount++] = Hit{uint8_t(way), {int8_t(first), int8_t(second)}};
+}
+
+void ExactMoves::ListHits(Known& known, uint64_t boardKey) {
+  // The letters of the blanks of the ways that were only known to make
+  // some word: each letter (and pair of letters) that makes one.
+  known.listed = true;
+  const uint32_t real = (1u << (rackSize_ - rackBlanks_)) - 1u;
+  for (int half = 0; half < 2 && !known.tooMany; ++half)
+    for (uint64_t ways = known.ways[half]; ways && !known.tooMany; ways &= ways - 1) {
+      const uint32_t way = uint32_t(half * 64 + __builtin_ctzll(ways));
+      if (!(way & ~real)) continue;  // listed already
+      const uint64_t letters = boardKey + wayKey_[way];
+      if (__builtin_popcount(way & ~real) == 1) {
+        for (int l = 0; l < 26; ++l)
+          if (HasMultiset(multisets_, stats_.lookups, letters + kLetterKey[size_t(l)])) AddHit(known, way, l, -1);
+        continue;
+      }
+      for (int l = 0; l < 26; ++l) {
+        if (!HasMultiset(lessOne_, stats_.lookups, letters + kLetterKey[size_t(l)])) continue;
+        for (int m = l; m < 26; ++m)
+          if (HasMultiset(multisets_, stats_.lookups, letters + kLetterKey[size_t(l)] + kLetterKey[size_t(m)]))
+            AddHit(known, way, l, m);
+      }
+    }
 }
 
 int ExactMoves::Refine(const Strip& strip) {
@@ -834,7 +863,8 @@ void ExactMoves::SearchStrip(const Strip& strip) {
   const int factor = strip.factor;
   stripFactor_ = factor;
   const int k = strip.free;
-  const Known& known = KnownFor(strip.boardKey, k);
+  Known& known = KnownFor(strip.boardKey, k);
+  if (!known.listed) ListHits(known, strip.boardKey);
   if (!known.tooMany) {
     SolveHits(known, strip);
     return;

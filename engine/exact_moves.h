@@ -168,7 +168,9 @@ class ExactMoves {
   void AddStrips(bool down, int row, bool firstPlay);
   void Push(int strip);
   struct Known;
-  const Known& KnownFor(uint64_t boardKey, int k);
+  Known& KnownFor(uint64_t boardKey, int k);
+  void AddHit(Known& known, uint32_t way, int first, int second);
+  void ListHits(Known& known, uint64_t boardKey);
   int Refine(const Strip& strip);
   void SearchStrip(const Strip& strip);
   void SolveHits(const Known& known, const Strip& strip);
@@ -241,12 +243,13 @@ class ExactMoves {
     uint8_t way;
     int8_t blank[2];
   };
-  static constexpr int kHits = 64;
+  static constexpr int kHits = 128;
   struct Known {
     uint64_t ways[2] = {};
     bool any = false;      // some way makes a word
     int top[8] = {};       // top[j]: the most j tiles of a way that makes a word are worth
-    bool tooMany = false;
+    bool listed = true;    // every hit listed, or more than kHits of them
+    bool tooMany = false;  // more than kHits
     uint8_t hitCount = 0;
     Hit hits[kHits];
   };
