@@ -814,13 +814,15 @@ void ExactMoves::ListHits(Known& known, uint64_t boardKey) {
       const uint64_t letters = boardKey + wayKey_[way];
       if (__builtin_popcount(way & ~real) == 1) {
         for (int l = 0; l < 26; ++l)
-          if (HasMultiset(multisets_, stats_.lookups, letters + kLetterKey[size_t(l)])) AddHit(known, way, l, -1);
+          if (HasMultiset(multisets_, stats_.lookups, letters + kLetterKey[size_t(l)]))
+            AddHit(known, way, l, -1);
         continue;
       }
       for (int l = 0; l < 26; ++l) {
         if (!HasMultiset(lessOne_, stats_.lookups, letters + kLetterKey[size_t(l)])) continue;
         for (int m = l; m < 26; ++m)
-          if (HasMultiset(multisets_, stats_.lookups, letters + kLetterKey[size_t(l)] + kLetterKey[size_t(m)]))
+          if (HasMultiset(multisets_, stats_.lookups,
+                          letters + kLetterKey[size_t(l)] + kLetterKey[size_t(m)]))
             AddHit(known, way, l, m);
       }
     }
@@ -869,57 +871,12 @@ void ExactMoves::SearchStrip(const Strip& strip) {
     SolveHits(known, strip);
     return;
   }
-  // The words that can be made here: their letters, and for each letter
-  // and count the words that hold that many.
-  int8_t board[26] = {};
-  for (int x = start_; x < end_; ++x)
-    if (line_[x].tile >= 0) ++board[size_t(line_[x].tile)];
-  uint32_t boardLetters = 0;
-  for (int l = 0; l < 26; ++l)
-    if (board[l]) boardLetters |= 1u << l;
+  // Too many words to lay one by one: the walk along the word graph, with
+  // the letters of the ways that make some word here.
   stripLetters_ = 0;
-  if (known.tooMany) {
-    for (int w = 0; w < wayCount_[k]; ++w) {
-      const uint32_t way = ways_[k][w];
-      if ((known.ways[way >> 6] >> (way & 63)) & 1u) stripLetters_ |= wayLetters_[way];
-    }
-    for (uint32_t l = stripLetters_ | boardLetters; l; l &= l - 1)
-      std::fill(std::begin(inWords_[__builtin_ctz(l)]), std::end(inWords_[__builtin_ctz(l)]), ~0ull);
-    allWords_ = ~0ull;
-  } else {
-    for (int i = 0; i < known.hitCount; ++i) {
-      const Hit& h = known.hits[i];
-      for (int t = 0; t < rackSize_; ++t)
-        if (((h.way >> t) & 1u) && tileLetter_[t] >= 0) stripLetters_ |= 1u << tileLetter_[t];
-      for (const int8_t b : h.blank)
-        if (b >= 0) stripLetters_ |= 1u << b;
-    }
-    for (uint32_t l = stripLetters_ | boardLetters; l; l &= l - 1)
-      std::fill(std::begin(inWords_[__builtin_ctz(l)]), std::end(inWords_[__builtin_ctz(l)]), 0ull);
-    for (int i = 0; i < known.hitCount; ++i) {
-      const Hit& h = known.hits[i];
-      int8_t counts[26];
-      uint32_t present = boardLetters;
-      for (uint32_t l = boardLetters; l; l &= l - 1) counts[__builtin_ctz(l)] = board[__builtin_ctz(l)];
-      const auto add = [&](int letter) {
-        if (!((present >> letter) & 1u)) {
-          present |= 1u << letter;
-          counts[letter] = 0;
-        }
-        ++counts[letter];
-      };
-      for (uint32_t tiles = h.way; tiles; tiles &= tiles - 1)
-        if (tileLetter_[__builtin_ctz(tiles)] >= 0) add(tileLetter_[__builtin_ctz(tiles)]);
-      for (const int8_t b : h.blank)
-        if (b >= 0) add(b);
-      for (uint32_t l = present; l; l &= l - 1) {
-        const int letter = __builtin_ctz(l);
-        for (int n = 1; n <= counts[letter]; ++n) inWords_[letter][n] |= 1ull << i;
-      }
-    }
-    allWords_ = known.hitCount == 64 ? ~0ull : (1ull << known.hitCount) - 1u;
-  }
-  std::fill(std::begin(met_), std::end(met_), int8_t(0));
+  for (int half = 0; half < 2; ++half)
+    for (uint64_t ways = known.ways[half]; ways; ways &= ways - 1)
+      stripLetters_ |= wayLetters_[half * 64 + __builtin_ctzll(ways)];
   // From each column to the end: the fixed points and the weights of the
   // free squares, highest first.
   fixedFrom_[end_] = k == 7 ? kBonus : 0;
@@ -940,7 +897,7 @@ void ExactMoves::SearchStrip(const Strip& strip) {
     weightsFrom_[x][i] = w;
   }
   const uint32_t root = graph_.Root();
-  if (allWords_ && ((lengths_[root] >> (end_ - start_)) & 1u)) StripWalk(root, start_, 0, 0, 0, 0, allWords_);
+  if ((lengths_[root] >> (end_ - start_)) & 1u) StripWalk(root, start_, 0, 0, 0, 0);
 }
 
 void ExactMoves::SolveHits(const Known& known, const Strip& strip) {
@@ -1028,16 +985,13 @@ int ExactMoves::StripBound(int column, int mainSum, int crossTotal, int face) co
   return mainSum * stripFactor_ + crossTotal + fixedFrom_[column] + sum;
 }
 
-void ExactMoves::StripWalk(uint32_t node, int column, int mainSum, int crossTotal, int tiles, int face,
-                           uint64_t words) {
+void ExactMoves::StripWalk(uint32_t node, int column, int mainSum, int crossTotal, int tiles, int face) {
   const int left = end_ - column;  // letters still to come, this one's included
   const Square& s = line_[column];
   const WordGraph::Node& n = graph_.At(node);
   if (s.tile >= 0) {
     const int letter = s.tile;
     ++stats_.steps;
-    const uint64_t still = words & inWords_[letter][met_[letter] + 1];
-    if (!still) return;
     if (left == 1) {
       if ((n.ends >> letter) & 1u) Record(end_, mainSum + s.tileValue, stripFactor_, crossTotal, tiles);
       return;
@@ -1045,9 +999,7 @@ void ExactMoves::StripWalk(uint32_t node, int column, int mainSum, int crossTota
     if (!((n.children >> letter) & 1u)) return;
     const uint32_t child = graph_.Child(node, letter);
     if (!((lengths_[child] >> (left - 1)) & 1u)) return;
-    ++met_[letter];
-    StripWalk(child, column + 1, mainSum + s.tileValue, crossTotal, tiles, face, still);
-    --met_[letter];
+    StripWalk(child, column + 1, mainSum + s.tileValue, crossTotal, tiles, face);
     return;
   }
   if (haveBest_ && StripBound(column, mainSum, crossTotal, face) < best_.points) return;
@@ -1059,8 +1011,6 @@ void ExactMoves::StripWalk(uint32_t node, int column, int mainSum, int crossTota
   for (uint32_t l = letters; l; l &= l - 1) {
     const int letter = __builtin_ctz(l);
     ++stats_.steps;
-    const uint64_t still = words & inWords_[letter][met_[letter] + 1];
-    if (!still) continue;
     uint32_t child = 0;
     if (left > 1) {
       child = graph_.Child(node, letter);
@@ -1073,10 +1023,8 @@ void ExactMoves::StripWalk(uint32_t node, int column, int mainSum, int crossTota
     if (left == 1) {
       Record(end_, mainSum + value, stripFactor_, crossTotal + cross, tiles + 1);
     } else {
-      ++met_[letter];
       StripWalk(child, column + 1, mainSum + value, crossTotal + cross, tiles + 1,
-                std::max(face, Value(letter)), still);
-      --met_[letter];
+                std::max(face, Value(letter)));
     }
     GiveBack(letter);
   }

@@ -64,11 +64,11 @@ struct ExactPlay {
   int16_t points = 0;
   uint8_t row = 0, column = 0;  // the main word's first square
   bool down = false;
-  uint8_t length = 0;  // letters of the main word, the board's included
-  uint8_t tiles = 0;   // tiles laid
-  uint8_t blanks = 0;  // blanks among them
-  uint16_t laid = 0;   // bit i: letter i of the main word is a tile laid now
-  uint16_t blank = 0;  // bit i: letter i is a blank laid now
+  uint8_t length = 0;     // letters of the main word, the board's included
+  uint8_t tiles = 0;      // tiles laid
+  uint8_t blanks = 0;     // blanks among them
+  uint16_t laid = 0;      // bit i: letter i of the main word is a tile laid now
+  uint16_t blank = 0;     // bit i: letter i is a blank laid now
   char letters[15] = {};  // the main word, upper case
   // The order below as one number as far as it goes: the points, the blanks,
   // the tiles and the first eight letters. Plays of equal keys are ordered by
@@ -174,7 +174,7 @@ class ExactMoves {
   int Refine(const Strip& strip);
   void SearchStrip(const Strip& strip);
   void SolveHits(const Known& known, const Strip& strip);
-  void StripWalk(uint32_t node, int column, int mainSum, int crossTotal, int tiles, int face, uint64_t words);
+  void StripWalk(uint32_t node, int column, int mainSum, int crossTotal, int tiles, int face);
   int StripBound(int column, int mainSum, int crossTotal, int face) const;
   void Record(int end, int mainSum, int wordFactor, int crossTotal, int tiles);
   void Take(int letter);
@@ -212,11 +212,11 @@ class ExactMoves {
   // The rack: the letters left, and the blanks that letters beyond them
   // take (which tiles are the blanks is chosen when a play is kept).
   std::array<int8_t, 26> count_{};
-  std::array<int8_t, 26> inRack_{};  // as drawn
+  std::array<int8_t, 26> inRack_{};    // as drawn
   std::array<int8_t, 26> blankFor_{};  // blanks taken for each letter
-  uint32_t rackLetters_ = 0;         // letters with count_ above 0
-  int8_t blanks_ = 0;                // blanks not yet taken
-  int8_t rackBlanks_ = 0;            // as drawn
+  uint32_t rackLetters_ = 0;           // letters with count_ above 0
+  int8_t blanks_ = 0;                  // blanks not yet taken
+  int8_t rackBlanks_ = 0;              // as drawn
   int rackSize_ = 0;
   int topValues_[8] = {};  // sums of the rack's highest values: topValues_[k] for the k highest
   int highest_ = 0;        // the highest value on the rack
@@ -271,12 +271,6 @@ class ExactMoves {
   int end_ = 0;
   int stripFactor_ = 1;
   uint32_t stripLetters_ = 0;
-  // The words a stretch may still make, as bits over the hits of its Known:
-  // bit i of inWords_[letter][n] when hit i's letters hold n of that letter.
-  // The letters met so far along the walk.
-  uint64_t inWords_[26][16] = {};
-  uint64_t allWords_ = 0;
-  int8_t met_[26] = {};
   int fixedFrom_[16] = {};
   uint8_t freeFrom_[16] = {};
   int weightsFrom_[16][7] = {};
@@ -292,10 +286,10 @@ class ExactMoves {
   const Square* line_ = nullptr;
   uint8_t letterFactor_[16] = {};
   uint8_t wordFactor_[16] = {};
-  int8_t letter_[16] = {};   // the letter on each column of the row
-  bool laid_[16] = {};       // a tile laid now on that column
+  int8_t letter_[16] = {};  // the letter on each column of the row
+  bool laid_[16] = {};      // a tile laid now on that column
   int8_t leftLetter_[8] = {};
-  int start_ = 0;            // the word's first column
+  int start_ = 0;  // the word's first column
 };
 
 }  // namespace ostrane
