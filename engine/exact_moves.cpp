@@ -914,6 +914,11 @@ void ExactMoves::SolveHits(const Known& known, const Strip& strip) {
     for (; i > 0 && weights[i - 1] < w; --i) weights[i] = weights[i - 1];
     weights[i] = w;
   }
+  // The multisets worth looking at, their slots and words asked of the
+  // memory all at once before any is read.
+  uint64_t keys[kHits];
+  int bounds[kHits], count = 0;
+  const size_t mask = anagramSlots_.size() - 1;
   for (int h = 0; h < known.hitCount; ++h) {
     const Hit& hit = known.hits[h];
     int bound = fixed, i = 0;
@@ -925,8 +930,18 @@ void ExactMoves::SolveHits(const Known& known, const Strip& strip) {
     uint64_t key = strip.boardKey + wayKey_[hit.way];
     for (const int8_t b : hit.blank)
       if (b >= 0) key += kLetterKey[size_t(b)];
-    const AnagramSlot* slot = Anagrams(key);
-    if (!slot) continue;
+    __builtin_prefetch(&anagramSlots_[AnagramSpot(key, mask)]);
+    keys[count] = key;
+    bounds[count++] = bound;
+  }
+  const AnagramSlot* slots[kHits];
+  for (int c = 0; c < count; ++c) {
+    slots[c] = Anagrams(keys[c]);
+    if (slots[c]) __builtin_prefetch(&anagramWords_[slots[c]->first]);
+  }
+  for (int c = 0; c < count; ++c) {
+    const AnagramSlot* slot = slots[c];
+    if (!slot || (haveBest_ && bounds[c] < best_.points)) continue;
     for (uint32_t w = slot->first; w < slot->first + slot->count; ++w) {
       const std::array<int8_t, 16>& word = anagramWords_[w];
       if (word[15] != length) continue;
