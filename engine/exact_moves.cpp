@@ -289,11 +289,36 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
   TakeRack(rack);
   if (rackSize_ == 0 || graph_.Empty()) return;
 
-  PrepareSquares(squares, false, firstPlay);
-  char turned[225];
-  for (int y = 0; y < kSize; ++y)
-    for (int x = 0; x < kSize; ++x) turned[y * kSize + x] = squares[x * kSize + y];
-  PrepareSquares(turned, true, firstPlay);
+  // The squares of both ways; from the board of the last call, only the
+  // columns (and, the other way, the rows) where a square changed, and
+  // those beside them.
+  constexpr uint32_t kAllLines = (1u << kSize) - 1u;
+  uint32_t columns = kAllLines, rows = kAllLines;
+  const void* graphNow = &graph_.At(0);
+  if (prepared_ && preparedFirst_ == firstPlay && preparedFor_ == graphNow &&
+      preparedNodes_ == graph_.NodeCount()) {
+    columns = rows = 0;
+    for (int i = 0; i < 225; ++i)
+      if (squares[i] != preparedBoard_[size_t(i)]) {
+        columns |= 7u << (i % kSize) >> 1;
+        rows |= 7u << (i / kSize) >> 1;
+      }
+    columns &= kAllLines;
+    rows &= kAllLines;
+  }
+  if (columns) {
+    PrepareSquares(squares, false, firstPlay, columns);
+    char turned[225];
+    for (int y = 0; y < kSize; ++y)
+      for (int x = 0; x < kSize; ++x) turned[y * kSize + x] = squares[x * kSize + y];
+    PrepareSquares(turned, true, firstPlay, rows);
+    std::copy(squares, squares + 225, preparedBoard_.begin());
+  }
+  prepared_ = true;
+  preparedFirst_ = firstPlay;
+  preparedFor_ = graphNow;
+  preparedNodes_ = graph_.NodeCount();
+  usable_ = rackBlanks_ > 0 ? kAllLetters : rackLetters_;
   if (mode_ == Mode::Best) {
     RunBest(firstPlay);
     return;
@@ -316,7 +341,7 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
         ++stats_.anchors;
         const int leftLimit = std::min(emptyRun, rackSize_ - 1);
         emptyRun = 0;
-        if (!sq.cross) continue;
+        if (!(sq.cross & usable_)) continue;
         anchors_.push_back(Anchor{down, uint8_t(row), uint8_t(x), uint8_t(leftLimit)});
       }
     }
@@ -356,14 +381,13 @@ uint32_t ExactMoves::CrossSet(const char* board, int x, int y, uint32_t candidat
   return allowed;
 }
 
-void ExactMoves::PrepareSquares(const char* board, bool down, bool firstPlay) {
+void ExactMoves::PrepareSquares(const char* board, bool down, bool firstPlay, uint32_t columns) {
+  // The squares of the columns asked for (the others stand as they were
+  // for the board before), every letter a cross word allows.
   std::array<Square, 225>& squares = squares_[down ? 1 : 0];
-  uint32_t& rows = rowsWithAnchors_[down ? 1 : 0];
-  rows = 0;
-  // Only the letters the rack can lay matter.
-  const uint32_t usable = rackBlanks_ > 0 ? kAllLetters : rackLetters_;
   for (int y = 0; y < kSize; ++y)
-    for (int x = 0; x < kSize; ++x) {
+    for (uint32_t xs = columns; xs; xs &= xs - 1) {
+      const int x = __builtin_ctz(xs);
       Square& s = squares[size_t(y * kSize + x)];
       const char c = board[y * kSize + x];
       s = Square{};
@@ -372,16 +396,23 @@ void ExactMoves::PrepareSquares(const char* board, bool down, bool firstPlay) {
         s.tileValue = int8_t(c >= 'a' ? Value(c - 'a') : 0);
         continue;
       }
-      s.cross = usable;
+      s.cross = kAllLetters;
       if (firstPlay) {
         s.anchor = x == kCentre && y == kCentre;
       } else {
         s.anchor = Occupied(board, x - 1, y) || Occupied(board, x + 1, y) || Occupied(board, x, y - 1) ||
                    Occupied(board, x, y + 1);
-        if (s.anchor) s.cross = CrossSet(board, x, y, usable, s.crossSum, s.crossed);
+        if (s.anchor) s.cross = CrossSet(board, x, y, kAllLetters, s.crossSum, s.crossed);
       }
-      if (s.anchor) rows |= 1u << y;
     }
+  uint32_t& rows = rowsWithAnchors_[down ? 1 : 0];
+  rows = 0;
+  for (int y = 0; y < kSize; ++y)
+    for (int x = 0; x < kSize; ++x)
+      if (squares[size_t(y * kSize + x)].anchor) {
+        rows |= 1u << y;
+        break;
+      }
 }
 
 void ExactMoves::EnterRow(bool down, int row) {
@@ -644,7 +675,7 @@ void ExactMoves::AddStrips(bool down, int row, bool firstPlay) {
     const Square& s = line[x];
     const bool here = firstPlay ? row == kCentre && x == kCentre : s.tile >= 0 || s.crossed;
     touch[x] = here ? x : touch[x + 1];
-    stop[x] = s.tile < 0 && !s.cross ? x : stop[x + 1];
+    stop[x] = s.tile < 0 && !(s.cross & usable_) ? x : stop[x + 1];
   }
   // Up to each square, from the left: the free squares, those that double
   // and triple their letter, the product of their word factors, the board's

@@ -153,7 +153,7 @@ class ExactMoves {
 
   void Run(const char* squares, bool firstPlay, std::string_view rack, Mode mode);
   void TakeRack(std::string_view rack);
-  void PrepareSquares(const char* board, bool down, bool firstPlay);
+  void PrepareSquares(const char* board, bool down, bool firstPlay, uint32_t columns);
   uint32_t CrossSet(const char* board, int x, int y, uint32_t candidates, int16_t& sum, bool& crossed) const;
   void EnterRow(bool down, int row);
   // All plays: from the anchors.
@@ -280,6 +280,14 @@ class ExactMoves {
   bool down_ = false;
   std::array<std::array<Square, 225>, 2> squares_{};
   uint32_t rowsWithAnchors_[2] = {};
+  // The board they were made for (with the same first-play rule and word
+  // graph), and the letters of the rack that may be laid.
+  bool prepared_ = false;
+  bool preparedFirst_ = false;
+  const void* preparedFor_ = nullptr;
+  size_t preparedNodes_ = 0;
+  std::array<char, 225> preparedBoard_{};
+  uint32_t usable_ = 0;
   // The row under way and its anchor.
   int row_ = 0;
   int anchor_ = 0;
