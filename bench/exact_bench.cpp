@@ -2,11 +2,14 @@
 // one run: the boards of games the designed search played (each turn with
 // the rack drawn), and their middle-game boards with racks of no, one and two
 // blanks. Each way runs over all positions three times; the fastest pass
-// counts (the machine is shared). Prints the times and their ratios, and what
-// making the word graph costs.
+// counts (the machine is shared). Each way has a generator of its own, which
+// keeps the squares of the position before, as the program's does from turn
+// to turn. Prints the times and their ratios, and what making the word graph
+// and the best play's tables costs.
 //
 //   build/bench/exact_bench [GAMES]
-//   EXACT_BENCH_ONLY=best|all [EXACT_BENCH_BLANKS=N] build/bench/exact_bench   (one way, for a profile)
+//   EXACT_BENCH_ONLY=best|all [EXACT_BENCH_BLANKS=N] [EXACT_BENCH_PASSES=N] build/bench/exact_bench
+//     (one way alone, for a profile: the time of N passes, 20 unless told)
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -96,7 +99,7 @@ int main(int argc, char** argv) {
 
   EngineContext context;
   context.TreeIndex = WordTreeIndex::Build(lexicon.Dico, &lexicon);
-  ExactMoves exact(graph);
+  ExactMoves exact(graph), exactAll(graph);
   // The first search for a best play makes its tables from the graph.
   double tables = 1e9;
   for (int k = 0; k < 3; ++k) {
@@ -135,9 +138,9 @@ int main(int argc, char** argv) {
       const int32_t findings = board.TrouveSolution(rack);
       t.designed += ThreadMs() - before;
       before = ThreadMs();
-      const size_t plays = exact.All(p.board.data(), p.first, p.rack).size();
+      const size_t plays = exactAll.All(p.board.data(), p.first, p.rack).size();
       t.all += ThreadMs() - before;
-      t.allSteps += exact.LastStats().steps;
+      t.allSteps += exactAll.LastStats().steps;
       before = ThreadMs();
       const auto best = exact.Best(p.board.data(), p.first, p.rack);
       t.best += ThreadMs() - before;

@@ -33,14 +33,17 @@
 // tiles from the rack that make a word of its length with its board letters
 // count (the letters of every word, as multisets, and of every word less one
 // letter, are kept in two filters made at the first search; a blank is
-// tried as each letter, or found in the second filter). Where those ways
-// and the letters of their blanks are known, the stretch is searched
-// through a table of every word by its letters: the words of each multiset
-// that can still reach the best play are laid where they fit. Otherwise (a
-// blank in fewer than all the tiles) the
-// walk follows the word graph only where a word of exactly the stretch's
-// length goes on, with letters that keep it within one of those words, and
-// leaves a branch as soon as it cannot reach the best play.
+// tried as each letter, or found in the second filter). When a stretch is
+// searched, the letters its blanks may stand for are sought too, and the
+// stretch is searched through a table of every word by its letters: the
+// words of each multiset that can still reach the best play are laid where
+// they fit. Only when there are too many such multisets does a walk follow
+// the word graph, where a word of exactly the stretch's length goes on, and
+// leave a branch as soon as it cannot reach the best play.
+//
+// The squares (cross-word letters and points, anchors) of the board of the
+// last call are kept: only the lines where a square changed, and those
+// beside them, are made again.
 //
 // The order of plays, best first: more points; then fewer blanks laid; then
 // fewer tiles laid; then the word in alphabetical order; then across before
