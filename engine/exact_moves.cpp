@@ -859,32 +859,41 @@ void ExactMoves::ListHits(Known& known, uint64_t boardKey) {
     }
 }
 
-int ExactMoves::Refine(const Strip& strip) {
+void ExactMoves::StripWeights(const Strip& strip, int* weights) const {
+  // What a point of a tile is worth on each free square (in the word and
+  // in its cross word), heaviest first.
   const Square* line = &squares_[strip.down ? 1 : 0][size_t(strip.row * kSize)];
   const Premium* premiums = &kPremium[size_t(strip.row * kSize)];
-  const int factor = strip.factor, fixed = strip.fixed;
-  int weights[7], n = 0;
+  int n = 0;
   for (int x = strip.start; x < strip.end; ++x) {
     const Square& s = line[x];
     if (s.tile >= 0) continue;
     const Premium p = premiums[x];
-    int w = p.letter * (factor + (s.crossed ? p.word : 0));
+    const int w = p.letter * (strip.factor + (s.crossed ? p.word : 0));
     int i = n++;
     for (; i > 0 && weights[i - 1] < w; --i) weights[i] = weights[i - 1];
     weights[i] = w;
   }
+}
 
+int ExactMoves::WayWorth(uint32_t way, const int* weights) const {
+  // The way's tiles come dearest first: on the heaviest squares.
+  int sum = 0, i = 0;
+  for (uint32_t bits = way; bits; bits &= bits - 1) {
+    const int letter = tileLetter_[__builtin_ctz(bits)];
+    sum += weights[i++] * (letter >= 0 ? Value(letter) : 0);
+  }
+  return sum;
+}
+
+int ExactMoves::Refine(const Strip& strip) {
+  int weights[7];
+  StripWeights(strip, weights);
   const Known& known = KnownFor(strip.boardKey, strip.free);
   int bound = -1;
   for (int half = 0; half < 2; ++half)
     for (uint64_t ways = known.ways[half]; ways; ways &= ways - 1) {
-      const uint32_t way = uint32_t(half * 64 + __builtin_ctzll(ways));
-      int sum = 0, i = 0;
-      for (uint32_t bits = way; bits; bits &= bits - 1) {
-        const int tile = __builtin_ctz(bits);
-        sum += weights[i++] * (tileLetter_[tile] >= 0 ? Value(tileLetter_[tile]) : 0);
-      }
-      bound = std::max(bound, fixed + sum);
+      bound = std::max(bound, strip.fixed + WayWorth(uint32_t(half * 64 + __builtin_ctzll(ways)), weights));
     }
   return bound;
 }
@@ -935,16 +944,9 @@ void ExactMoves::SolveHits(const Known& known, const Strip& strip) {
   // The words of each multiset the rack makes here, laid where they fit;
   // a multiset only when its tiles, the dearest on the heaviest squares,
   // can reach the best play.
-  const int length = end_ - start_, k = strip.free, fixed = strip.fixed;
-  int weights[7], n = 0;
-  for (int x = start_; x < end_; ++x) {
-    const Square& s = line_[x];
-    if (s.tile >= 0) continue;
-    const int w = letterFactor_[x] * (stripFactor_ + (s.crossed ? wordFactor_[x] : 0));
-    int i = n++;
-    for (; i > 0 && weights[i - 1] < w; --i) weights[i] = weights[i - 1];
-    weights[i] = w;
-  }
+  const int length = end_ - start_, k = strip.free;
+  int weights[7];
+  StripWeights(strip, weights);
   // The multisets worth looking at, their slots and words asked of the
   // memory all at once before any is read.
   uint64_t keys[kHits];
@@ -952,11 +954,7 @@ void ExactMoves::SolveHits(const Known& known, const Strip& strip) {
   const size_t mask = anagramSlots_.size() - 1;
   for (int h = 0; h < known.hitCount; ++h) {
     const Hit& hit = known.hits[h];
-    int bound = fixed, i = 0;
-    for (uint32_t bits = hit.way; bits; bits &= bits - 1) {
-      const int letter = tileLetter_[__builtin_ctz(bits)];
-      bound += weights[i++] * (letter >= 0 ? Value(letter) : 0);
-    }
+    const int bound = strip.fixed + WayWorth(hit.way, weights);
     if (haveBest_ && bound < best_.points) continue;
     uint64_t key = strip.boardKey + wayKey_[hit.way];
     for (const int8_t b : hit.blank)

@@ -174,6 +174,8 @@ class ExactMoves {
   Known& KnownFor(uint64_t boardKey, int k);
   void AddHit(Known& known, uint32_t way, int first, int second);
   void ListHits(Known& known, uint64_t boardKey);
+  void StripWeights(const Strip& strip, int* weights) const;
+  int WayWorth(uint32_t way, const int* weights) const;
   int Refine(const Strip& strip);
   void SearchStrip(const Strip& strip);
   void SolveHits(const Known& known, const Strip& strip);
