@@ -214,7 +214,8 @@ class AnEveningOfPlay(unittest.TestCase):
         question = p.answer_box("Oui", "Voulez-vous la reprendre ?")
         self.assertEqual(question, "Une partie n'a pas été terminée : « %s » (2 coups, %d points).\n"
                                    "Voulez-vous la reprendre ?" % (name3, score3))
-        p.main()
+        # The game is laid back on the board once the box has gone: wait for it.
+        p.wait(lambda: p.value("Score") == str(score3), "the score of the game taken up", timeout=10.0)
         self.assertEqual(p.value("Score"), str(score3))
         self.check_history(kept, score3)
 
