@@ -556,12 +556,12 @@ void ExactMoves::MakeGraphTables() {
   met.reserve(graph_.WordCount());
   struct Walker {
     const WordGraph& graph;
-    std::vector<uint64_t>& whole;
-    std::vector<uint64_t>& less;
-    std::vector<AnagramSlot>& slots;
+    BigTable<uint64_t>& whole;
+    BigTable<uint64_t>& less;
+    BigTable<AnagramSlot>& slots;
     std::vector<Met>& met;
     std::array<int8_t, 16> word{};
-    static void Set(std::vector<uint64_t>& filter, uint64_t key) {
+    static void Set(BigTable<uint64_t>& filter, uint64_t key) {
       const FilterSpot spot = SpotOf(key, filter.size() - 1);
       filter[spot.word] |= spot.bits;
     }
@@ -616,10 +616,26 @@ const ExactMoves::AnagramSlot* ExactMoves::Anagrams(uint64_t key) const {
 
 namespace {
 
-bool HasMultiset(const std::vector<uint64_t>& filter, int64_t& lookups, uint64_t key) {
+bool HasMultiset(const BigTable<uint64_t>& filter, int64_t& lookups, uint64_t key) {
   ++lookups;
   const FilterSpot spot = SpotOf(key, filter.size() - 1);
   return (filter[spot.word] & spot.bits) == spot.bits;
+}
+
+// The filter's word for a key asked of the memory ahead of its lookup (the
+// filters are larger than the nearest caches: lookups asked together wait
+// for the memory together).
+void Prefetch(const BigTable<uint64_t>& filter, uint64_t key) {
+  AskAhead(&filter[SpotOf(key, filter.size() - 1).word]);
+}
+
+// The letters l for which `letters` and l make a multiset of the filter.
+uint32_t LettersWith(const BigTable<uint64_t>& filter, int64_t& lookups, uint64_t letters) {
+  for (int l = 0; l < 26; ++l) Prefetch(filter, letters + kLetterKey[size_t(l)]);
+  uint32_t found = 0;
+  for (int l = 0; l < 26; ++l)
+    if (HasMultiset(filter, lookups, letters + kLetterKey[size_t(l)])) found |= 1u << l;
+  return found;
 }
 
 }  // namespace
@@ -775,13 +791,19 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
   const uint32_t real = (1u << (rackSize_ - rackBlanks_)) - 1u;
   for (int w = 0; w < wayCount_[k]; ++w) {
     const uint32_t way = ways_[k][w];
+    const uint64_t letters = boardKey + wayKey_[way];
+    if (!(way & ~real)) Prefetch(multisets_, letters);
+    else if (k < rackSize_ && __builtin_popcount(way & ~real) == 1) Prefetch(lessOne_, letters);
+  }
+  for (int w = 0; w < wayCount_[k]; ++w) {
+    const uint32_t way = ways_[k][w];
     const int blanksIn = __builtin_popcount(way & ~real);
     const uint64_t letters = boardKey + wayKey_[way];
     if (blanksIn == 0) {
       if (HasMultiset(multisets_, stats_.lookups, letters)) hit(way, -1, -1);
     } else if (blanksIn == 1 && k == rackSize_) {
-      for (int l = 0; l < 26; ++l)
-        if (HasMultiset(multisets_, stats_.lookups, letters + kLetterKey[size_t(l)])) hit(way, l, -1);
+      for (uint32_t ls = LettersWith(multisets_, stats_.lookups, letters); ls; ls &= ls - 1)
+        hit(way, __builtin_ctz(ls), -1);
     } else if (blanksIn == 1) {
       // Fewer than all the tiles, a blank among them: some word holds these
       // letters and one more (which, is sought if the stretch is searched).
@@ -792,17 +814,17 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
     } else {
       // Two blanks: the first letter where some word holds these letters,
       // it and one more; with all the tiles, the second letter too.
-      for (int l = 0; l < 26; ++l) {
-        if (!HasMultiset(lessOne_, stats_.lookups, letters + kLetterKey[size_t(l)])) continue;
-        if (k < rackSize_) {
-          known.ways[way >> 6] |= 1ull << (way & 63);
-          known.listed = false;
-          break;
-        }
-        for (int m = l; m < 26; ++m)
-          if (HasMultiset(multisets_, stats_.lookups,
-                          letters + kLetterKey[size_t(l)] + kLetterKey[size_t(m)]))
-            hit(way, l, m);
+      const uint32_t firsts = LettersWith(lessOne_, stats_.lookups, letters);
+      if (firsts && k < rackSize_) {
+        known.ways[way >> 6] |= 1ull << (way & 63);
+        known.listed = false;
+        continue;
+      }
+      for (uint32_t ls = firsts; ls; ls &= ls - 1) {
+        const int l = __builtin_ctz(ls);
+        for (uint32_t ms = LettersWith(multisets_, stats_.lookups, letters + kLetterKey[size_t(l)]) >> l << l; ms;
+             ms &= ms - 1)
+          hit(way, l, __builtin_ctz(ms));
       }
     }
   }
@@ -844,17 +866,15 @@ void ExactMoves::ListHits(Known& known, uint64_t boardKey) {
       if (!(way & ~real)) continue;  // listed already
       const uint64_t letters = boardKey + wayKey_[way];
       if (__builtin_popcount(way & ~real) == 1) {
-        for (int l = 0; l < 26; ++l)
-          if (HasMultiset(multisets_, stats_.lookups, letters + kLetterKey[size_t(l)]))
-            AddHit(known, way, l, -1);
+        for (uint32_t ls = LettersWith(multisets_, stats_.lookups, letters); ls; ls &= ls - 1)
+          AddHit(known, way, __builtin_ctz(ls), -1);
         continue;
       }
-      for (int l = 0; l < 26; ++l) {
-        if (!HasMultiset(lessOne_, stats_.lookups, letters + kLetterKey[size_t(l)])) continue;
-        for (int m = l; m < 26; ++m)
-          if (HasMultiset(multisets_, stats_.lookups,
-                          letters + kLetterKey[size_t(l)] + kLetterKey[size_t(m)]))
-            AddHit(known, way, l, m);
+      for (uint32_t ls = LettersWith(lessOne_, stats_.lookups, letters); ls; ls &= ls - 1) {
+        const int l = __builtin_ctz(ls);
+        for (uint32_t ms = LettersWith(multisets_, stats_.lookups, letters + kLetterKey[size_t(l)]) >> l << l; ms;
+             ms &= ms - 1)
+          AddHit(known, way, l, __builtin_ctz(ms));
       }
     }
 }
@@ -959,14 +979,14 @@ void ExactMoves::SolveHits(const Known& known, const Strip& strip) {
     uint64_t key = strip.boardKey + wayKey_[hit.way];
     for (const int8_t b : hit.blank)
       if (b >= 0) key += kLetterKey[size_t(b)];
-    __builtin_prefetch(&anagramSlots_[AnagramSpot(key, mask)]);
+    AskAhead(&anagramSlots_[AnagramSpot(key, mask)]);
     keys[count] = key;
     bounds[count++] = bound;
   }
   const AnagramSlot* slots[kHits];
   for (int c = 0; c < count; ++c) {
     slots[c] = Anagrams(keys[c]);
-    if (slots[c]) __builtin_prefetch(&anagramWords_[slots[c]->first]);
+    if (slots[c]) AskAhead(&anagramWords_[slots[c]->first]);
   }
   for (int c = 0; c < count; ++c) {
     const AnagramSlot* slot = slots[c];

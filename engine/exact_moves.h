@@ -58,6 +58,7 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/big_table.h"
 #include "engine/solution_set.h"
 #include "lexicon/word_graph.h"
 
@@ -201,8 +202,8 @@ class ExactMoves {
   const void* tablesFor_ = nullptr;
   size_t tablesNodes_ = 0, tablesEdges_ = 0;
   std::vector<uint16_t> lengths_;
-  std::vector<uint64_t> multisets_;  // a filter (see SpotOf)
-  std::vector<uint64_t> lessOne_;    // the same of every word less one of its letters
+  BigTable<uint64_t> multisets_;  // a filter (see SpotOf)
+  BigTable<uint64_t> lessOne_;    // the same of every word less one of its letters
   // Every word by the multiset of its letters: the words of one multiset
   // side by side (letters 0 = A, the length in the last byte), found by the
   // multiset's key.
@@ -210,8 +211,8 @@ class ExactMoves {
     uint64_t key = 0;
     uint32_t first = 0, count = 0;  // count 0: a free slot
   };
-  std::vector<AnagramSlot> anagramSlots_;
-  std::vector<std::array<int8_t, 16>> anagramWords_;
+  BigTable<AnagramSlot> anagramSlots_;
+  BigTable<std::array<int8_t, 16>> anagramWords_;
   const AnagramSlot* Anagrams(uint64_t key) const;
 
   // The rack: the letters left, and the blanks that letters beyond them
