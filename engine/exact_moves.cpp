@@ -718,12 +718,27 @@ void ExactMoves::AddStrips(bool down, int row, bool firstPlay) {
     crossFixeds[x + 1] = crossFixeds[x] + (crossed ? s.crossSum * p.word : 0);
     crossLetters[x + 1] = crossLetters[x] + (crossed ? p.letter * p.word : 0);
   }
+  // The squares a word may end on (the next free or the edge), and the
+  // free squares in order.
+  uint32_t ends = (1u << kSize) - 1u;
+  int frees[kSize + 1], freeCount = 0;
+  for (int x = 0; x < kSize; ++x) {
+    if (line[x].tile >= 0) {
+      if (x > 0) ends &= ~(1u << (x - 1));
+    } else {
+      frees[freeCount++] = x;
+    }
+  }
   for (int start = 0; start < kSize; ++start) {
     if (start > 0 && line[start - 1].tile >= 0) continue;  // the word would begin further left
-    for (int e = touch[start]; e < stop[start]; ++e) {
+    // Ends from the first square a play must cover to before the first
+    // square it cannot, and before the free square one beyond the rack.
+    const int beyond = free[start] + rackSize_ < freeCount ? frees[free[start] + rackSize_] : kSize;
+    const int last = std::min(stop[start], beyond);
+    if (touch[start] >= last) continue;
+    for (uint32_t es = ends & ((1u << last) - 1u) >> touch[start] << touch[start]; es; es &= es - 1) {
+      const int e = __builtin_ctz(es);
       const int k = free[e + 1] - free[start];
-      if (k > rackSize_) break;
-      if (e + 1 < kSize && line[e + 1].tile >= 0) continue;  // the word would go on
       if (e == start || k == 0 || (firstPlay && k < 2)) continue;
       // One tile with a tile above or below it makes a play down.
       if (!down && k == 1 && crosseds[e + 1] - crosseds[start] == 1) continue;
