@@ -193,6 +193,8 @@ size_t AnagramSpot(uint64_t key, size_t mask) {
 }
 
 constexpr int kBuckets = 512;  // the last takes every bound above
+constexpr int kPowers2[4] = {1, 2, 4, 8};
+constexpr int kPowers3[4] = {1, 3, 9, 27};
 
 // The most that k tiles of the rack can add to a word laid over free squares
 // of which n3 triple and n2 double their letter: the highest values on the
@@ -694,14 +696,14 @@ void ExactMoves::AddStrips(bool down, int row, bool firstPlay) {
     stop[x] = s.tile < 0 && !(s.cross & usable_) ? x : stop[x + 1];
   }
   // Up to each square, from the left: the free squares, those that double
-  // and triple their letter, the product of their word factors, the board's
-  // tiles (points and letters), and the free squares between tiles above
-  // and below (their cross words' fixed points and letter weights).
-  int free[kSize + 1], n2s[kSize + 1], n3s[kSize + 1], factors[kSize + 1], sums[kSize + 1];
+  // and triple their letter and the word, the board's tiles (points and
+  // letters), and the free squares between tiles above and below (their
+  // cross words' fixed points and letter weights).
+  int free[kSize + 1], n2s[kSize + 1], n3s[kSize + 1], doubles[kSize + 1], triples[kSize + 1], sums[kSize + 1];
   int crossFixeds[kSize + 1], crossLetters[kSize + 1], crosseds[kSize + 1];
   uint64_t keys[kSize + 1];
   free[0] = n2s[0] = n3s[0] = sums[0] = crossFixeds[0] = crossLetters[0] = crosseds[0] = 0;
-  factors[0] = 1;
+  doubles[0] = triples[0] = 0;
   keys[0] = 0;
   for (int x = 0; x < kSize; ++x) {
     const Square& s = line[x];
@@ -710,7 +712,8 @@ void ExactMoves::AddStrips(bool down, int row, bool firstPlay) {
     free[x + 1] = free[x] + open;
     n2s[x + 1] = n2s[x] + (open && p.letter == 2);
     n3s[x + 1] = n3s[x] + (open && p.letter == 3);
-    factors[x + 1] = factors[x] * (open ? p.word : 1);
+    doubles[x + 1] = doubles[x] + (open && p.word == 2);
+    triples[x + 1] = triples[x] + (open && p.word == 3);
     sums[x + 1] = sums[x] + (open ? 0 : s.tileValue);
     keys[x + 1] = keys[x] + (open ? 0 : kLetterKey[size_t(s.tile)]);
     const bool crossed = open && s.crossed;
@@ -743,7 +746,10 @@ void ExactMoves::AddStrips(bool down, int row, bool firstPlay) {
       // One tile with a tile above or below it makes a play down.
       if (!down && k == 1 && crosseds[e + 1] - crosseds[start] == 1) continue;
       const int n2 = n2s[e + 1] - n2s[start], n3 = n3s[e + 1] - n3s[start];
-      const int factor = factors[e + 1] / factors[start], boardSum = sums[e + 1] - sums[start];
+      // (a line holds three squares of each word factor at most)
+      const int factor = kPowers2[std::min(doubles[e + 1] - doubles[start], 3)] *
+                         kPowers3[std::min(triples[e + 1] - triples[start], 3)];
+      const int boardSum = sums[e + 1] - sums[start];
       const int crossFixed = crossFixeds[e + 1] - crossFixeds[start];
       const int crossLetter = crossLetters[e + 1] - crossLetters[start];
       const uint64_t boardKey = keys[e + 1] - keys[start];
