@@ -297,6 +297,7 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
   constexpr uint32_t kAllLines = (1u << kSize) - 1u;
   uint32_t columns = kAllLines, rows = kAllLines;
   const void* graphNow = &graph_.At(0);
+  if (preparedFor_ != graphNow || preparedNodes_ != graph_.NodeCount()) crossSlots_.fill(CrossSlot{});
   if (prepared_ && preparedFirst_ == firstPlay && preparedFor_ == graphNow &&
       preparedNodes_ == graph_.NodeCount()) {
     columns = rows = 0;
@@ -355,7 +356,7 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
 }
 
 uint32_t ExactMoves::CrossSet(const char* board, int x, int y, uint32_t candidates, int16_t& sum,
-                              bool& crossed) const {
+                              bool& crossed) {
   int top = y, bottom = y;
   while (top > 0 && board[(top - 1) * kSize + x]) --top;
   while (bottom < kSize - 1 && board[(bottom + 1) * kSize + x]) ++bottom;
@@ -366,15 +367,33 @@ uint32_t ExactMoves::CrossSet(const char* board, int x, int y, uint32_t candidat
     const char c = board[r * kSize + x];
     if (c >= 'a') sum = int16_t(sum + Value(c - 'a'));
   }
+  // The same letters above and below were met before (on this board or
+  // an earlier one) more often than not: their set is kept by a key of
+  // them, when they are few enough to make one.
+  uint64_t key = 0;
+  if (bottom - top <= 10) {
+    key = 1ull << 60 | uint64_t(y - top) << 56 | uint64_t(bottom - top) << 52;
+    for (int r = top, i = 0; r <= bottom; ++r)
+      if (r != y) key |= uint64_t(LetterOf(board[r * kSize + x])) << (5 * i++);
+    const CrossSlot& slot = crossSlots_[size_t((key * 0x9E3779B97F4A7C15ull) >> 52)];
+    if (slot.key == key) return slot.allowed & candidates;
+  }
+  const uint32_t allowed = CrossWalk(board, x, y, top, bottom);
+  if (key) crossSlots_[size_t((key * 0x9E3779B97F4A7C15ull) >> 52)] = CrossSlot{key, allowed};
+  return allowed & candidates;
+}
+
+uint32_t ExactMoves::CrossWalk(const char* board, int x, int y, int top, int bottom) const {
+  // Every letter that makes a word with the tiles from `top` to `bottom`.
   uint32_t node = graph_.Root();
   for (int r = top; r < y; ++r) {
     node = graph_.Child(node, LetterOf(board[r * kSize + x]));
     if (!node) return 0;
   }
   const WordGraph::Node& above = graph_.At(node);
-  if (bottom == y) return above.ends & candidates;
+  if (bottom == y) return above.ends;
   uint32_t allowed = 0;
-  for (uint32_t letters = above.children & candidates; letters; letters &= letters - 1) {
+  for (uint32_t letters = above.children; letters; letters &= letters - 1) {
     const int letter = __builtin_ctz(letters);
     uint32_t n = graph_.Child(node, letter);
     for (int r = y + 1; r < bottom && n; ++r) n = graph_.Child(n, LetterOf(board[r * kSize + x]));

@@ -158,7 +158,8 @@ class ExactMoves {
   void Run(const char* squares, bool firstPlay, std::string_view rack, Mode mode);
   void TakeRack(std::string_view rack);
   void PrepareSquares(const char* board, bool down, bool firstPlay, uint32_t columns);
-  uint32_t CrossSet(const char* board, int x, int y, uint32_t candidates, int16_t& sum, bool& crossed) const;
+  uint32_t CrossSet(const char* board, int x, int y, uint32_t candidates, int16_t& sum, bool& crossed);
+  uint32_t CrossWalk(const char* board, int x, int y, int top, int bottom) const;
   void EnterRow(bool down, int row);
   // All plays: from the anchors.
   void SearchAnchor(int anchor, int leftLimit);
@@ -293,6 +294,13 @@ class ExactMoves {
   const void* preparedFor_ = nullptr;
   size_t preparedNodes_ = 0;
   std::array<char, 225> preparedBoard_{};
+  // The letters allowed between given tiles above and below, by a key of
+  // these tiles (the graph's, kept across boards).
+  struct CrossSlot {
+    uint64_t key = 0;
+    uint32_t allowed = 0;
+  };
+  std::array<CrossSlot, 4096> crossSlots_{};
   uint32_t usable_ = 0;
   // The row under way and its anchor.
   int row_ = 0;
