@@ -298,8 +298,10 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
   uint32_t columns = kAllLines, rows = kAllLines;
   const void* graphNow = &graph_.At(0);
   if (preparedFor_ != graphNow || preparedNodes_ != graph_.NodeCount()) crossSlots_.fill(CrossSlot{});
-  if (prepared_ && preparedFirst_ == firstPlay && preparedFor_ == graphNow &&
-      preparedNodes_ == graph_.NodeCount()) {
+  if (!(prepared_ && preparedFirst_ == firstPlay && preparedFor_ == graphNow &&
+        preparedNodes_ == graph_.NodeCount())) {
+    shapesDirty_[0] = shapesDirty_[1] = kAllLines;
+  } else {
     columns = rows = 0;
     for (int i = 0; i < 225; ++i)
       if (squares[i] != preparedBoard_[size_t(i)]) {
@@ -409,22 +411,27 @@ void ExactMoves::PrepareSquares(const char* board, bool down, bool firstPlay, ui
   for (int y = 0; y < kSize; ++y)
     for (uint32_t xs = columns; xs; xs &= xs - 1) {
       const int x = __builtin_ctz(xs);
-      Square& s = squares[size_t(y * kSize + x)];
+      Square& kept = squares[size_t(y * kSize + x)];
       const char c = board[y * kSize + x];
-      s = Square{};
+      Square s;
       if (c) {
         s.tile = int8_t(LetterOf(c));
         s.tileValue = int8_t(c >= 'a' ? Value(c - 'a') : 0);
-        continue;
-      }
-      s.cross = kAllLetters;
-      if (firstPlay) {
-        s.anchor = x == kCentre && y == kCentre;
       } else {
-        s.anchor = Occupied(board, x - 1, y) || Occupied(board, x + 1, y) || Occupied(board, x, y - 1) ||
-                   Occupied(board, x, y + 1);
-        if (s.anchor) s.cross = CrossSet(board, x, y, kAllLetters, s.crossSum, s.crossed);
+        s.cross = kAllLetters;
+        if (firstPlay) {
+          s.anchor = x == kCentre && y == kCentre;
+        } else {
+          s.anchor = Occupied(board, x - 1, y) || Occupied(board, x + 1, y) || Occupied(board, x, y - 1) ||
+                     Occupied(board, x, y + 1);
+          if (s.anchor) s.cross = CrossSet(board, x, y, kAllLetters, s.crossSum, s.crossed);
+        }
       }
+      // A row whose squares changed has its stretches made again.
+      if (s.cross != kept.cross || s.crossSum != kept.crossSum || s.crossed != kept.crossed ||
+          s.anchor != kept.anchor || s.tile != kept.tile || s.tileValue != kept.tileValue)
+        shapesDirty_[down ? 1 : 0] |= 1u << y;
+      kept = s;
     }
   uint32_t& rows = rowsWithAnchors_[down ? 1 : 0];
   rows = 0;
@@ -667,8 +674,14 @@ void ExactMoves::RunBest(bool firstPlay) {
   heads_.assign(kBuckets, -1);
   NewKnownTable();
   for (const bool down : {false, true})
-    for (int row = 0; row < kSize; ++row)
-      if ((rowsWithAnchors_[down ? 1 : 0] >> row) & 1u) AddStrips(down, row, firstPlay);
+    for (int row = 0; row < kSize; ++row) {
+      uint32_t& dirty = shapesDirty_[down ? 1 : 0];
+      if ((dirty >> row) & 1u) {
+        MakeShapes(down, row, firstPlay);
+        dirty &= ~(1u << row);
+      }
+      if ((rowsWithAnchors_[down ? 1 : 0] >> row) & 1u) AddStrips(down, row);
+    }
   stats_.strips = int64_t(strips_.size());
   for (int bucket = kBuckets - 1; bucket >= 0; --bucket) {
     if (haveBest_ && bucket < best_.points && bucket < kBuckets - 1) break;
@@ -700,19 +713,22 @@ void ExactMoves::Push(int index) {
   heads_[size_t(bucket)] = index;
 }
 
-void ExactMoves::AddStrips(bool down, int row, bool firstPlay) {
+void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
+  // Every stretch of the row a play may cover, as the board makes it (the
+  // rack's part is weighed at each search).
+  std::vector<StripShape>& shapes = shapes_[size_t((down ? kSize : 0) + row)];
+  shapes.clear();
   const Square* line = &squares_[down ? 1 : 0][size_t(row * kSize)];
   const Premium* premiums = &kPremium[size_t(row * kSize)];
   // From each square: the nearest square a play must cover (a tile, a
   // free square with a tile above or below, or the centre of the first
-  // play), and the nearest free square no letter of the rack may fill.
-  int touch[kSize + 1], stop[kSize + 1];
-  touch[kSize] = stop[kSize] = kSize;
+  // play).
+  int touch[kSize + 1];
+  touch[kSize] = kSize;
   for (int x = kSize - 1; x >= 0; --x) {
     const Square& s = line[x];
     const bool here = firstPlay ? row == kCentre && x == kCentre : s.tile >= 0 || s.crossed;
     touch[x] = here ? x : touch[x + 1];
-    stop[x] = s.tile < 0 && !(s.cross & usable_) ? x : stop[x + 1];
   }
   // Up to each square, from the left: the free squares, those that double
   // and triple their letter and the word, the board's tiles (points and
@@ -753,10 +769,9 @@ void ExactMoves::AddStrips(bool down, int row, bool firstPlay) {
   }
   for (int start = 0; start < kSize; ++start) {
     if (start > 0 && line[start - 1].tile >= 0) continue;  // the word would begin further left
-    // Ends from the first square a play must cover to before the first
-    // square it cannot, and before the free square one beyond the rack.
-    const int beyond = free[start] + rackSize_ < freeCount ? frees[free[start] + rackSize_] : kSize;
-    const int last = std::min(stop[start], beyond);
+    // Ends from the first square a play must cover to before the free
+    // square one beyond seven tiles.
+    const int last = free[start] + 7 < freeCount ? frees[free[start] + 7] : kSize;
     if (touch[start] >= last) continue;
     for (uint32_t es = ends & ((1u << last) - 1u) >> touch[start] << touch[start]; es; es &= es - 1) {
       const int e = __builtin_ctz(es);
@@ -764,39 +779,59 @@ void ExactMoves::AddStrips(bool down, int row, bool firstPlay) {
       if (e == start || k == 0 || (firstPlay && k < 2)) continue;
       // One tile with a tile above or below it makes a play down.
       if (!down && k == 1 && crosseds[e + 1] - crosseds[start] == 1) continue;
-      const int n2 = n2s[e + 1] - n2s[start], n3 = n3s[e + 1] - n3s[start];
+      StripShape shape;
+      shape.boardKey = keys[e + 1] - keys[start];
+      shape.squares = uint16_t(((1u << (e + 1)) - 1u) >> start << start);
       // (a line holds three squares of each word factor at most)
-      const int factor = kPowers2[std::min(doubles[e + 1] - doubles[start], 3)] *
-                         kPowers3[std::min(triples[e + 1] - triples[start], 3)];
-      const int boardSum = sums[e + 1] - sums[start];
-      const int crossFixed = crossFixeds[e + 1] - crossFixeds[start];
-      const int crossLetter = crossLetters[e + 1] - crossLetters[start];
-      const uint64_t boardKey = keys[e + 1] - keys[start];
-      // The plays of every tile: only when the rack's ways make a word with
-      // these board letters, and for what these ways bring. The others are
-      // weighed by the rack's highest tiles until their turn comes.
-      const int* top = topValues_;
-      if (k == 7) {
-        const Known& known = KnownFor(boardKey, k);
-        if (!known.any) continue;
-        top = known.top;
-      }
-      Strip strip;
-      strip.bound = (boardSum + LettersAtMost(top, k, n3, n2)) * factor + crossFixed + top[1] * crossLetter +
-                    (k == 7 ? kBonus : 0);
-      strip.next = -1;
-      strip.boardKey = boardKey;
-      strip.fixed = int16_t(boardSum * factor + crossFixed + (k == 7 ? kBonus : 0));
-      strip.factor = int16_t(factor);
-      strip.down = down;
-      strip.refined = false;
-      strip.row = uint8_t(row);
-      strip.start = uint8_t(start);
-      strip.end = uint8_t(e + 1);
-      strip.free = uint8_t(k);
-      strips_.push_back(strip);
-      Push(int(strips_.size()) - 1);
+      shape.factor = int16_t(kPowers2[std::min(doubles[e + 1] - doubles[start], 3)] *
+                             kPowers3[std::min(triples[e + 1] - triples[start], 3)]);
+      shape.boardSum = int16_t(sums[e + 1] - sums[start]);
+      shape.crossFixed = int16_t(crossFixeds[e + 1] - crossFixeds[start]);
+      shape.crossLetter = int16_t(crossLetters[e + 1] - crossLetters[start]);
+      shape.start = uint8_t(start);
+      shape.end = uint8_t(e + 1);
+      shape.free = uint8_t(k);
+      shape.n2 = uint8_t(n2s[e + 1] - n2s[start]);
+      shape.n3 = uint8_t(n3s[e + 1] - n3s[start]);
+      shapes.push_back(shape);
     }
+  }
+}
+
+void ExactMoves::AddStrips(bool down, int row) {
+  // The free squares no letter of the rack may fill.
+  const Square* line = &squares_[down ? 1 : 0][size_t(row * kSize)];
+  uint32_t blocked = 0;
+  for (int x = 0; x < kSize; ++x)
+    if (line[x].tile < 0 && !(line[x].cross & usable_)) blocked |= 1u << x;
+  for (const StripShape& shape : shapes_[size_t((down ? kSize : 0) + row)]) {
+    const int k = shape.free;
+    if (k > rackSize_ || (shape.squares & blocked)) continue;
+    // The plays of every tile: only when the rack's ways make a word with
+    // these board letters, and for what these ways bring. The others are
+    // weighed by the rack's highest tiles until their turn comes.
+    const int* top = topValues_;
+    if (k == 7) {
+      const Known& known = KnownFor(shape.boardKey, k);
+      if (!known.any) continue;
+      top = known.top;
+    }
+    const int factor = shape.factor;
+    Strip strip;
+    strip.bound = (shape.boardSum + LettersAtMost(top, k, shape.n3, shape.n2)) * factor + shape.crossFixed +
+                  top[1] * shape.crossLetter + (k == 7 ? kBonus : 0);
+    strip.next = -1;
+    strip.boardKey = shape.boardKey;
+    strip.fixed = int16_t(shape.boardSum * factor + shape.crossFixed + (k == 7 ? kBonus : 0));
+    strip.factor = int16_t(factor);
+    strip.down = down;
+    strip.refined = false;
+    strip.row = uint8_t(row);
+    strip.start = shape.start;
+    strip.end = shape.end;
+    strip.free = uint8_t(k);
+    strips_.push_back(strip);
+    Push(int(strips_.size()) - 1);
   }
 }
 

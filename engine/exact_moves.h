@@ -170,7 +170,8 @@ class ExactMoves {
   // The best play: stretch by stretch, the most promising first.
   void RunBest(bool firstPlay);
   void MakeGraphTables();
-  void AddStrips(bool down, int row, bool firstPlay);
+  void MakeShapes(bool down, int row, bool firstPlay);
+  void AddStrips(bool down, int row);
   void Push(int strip);
   struct Known;
   Known& KnownFor(uint64_t boardKey, int k);
@@ -239,6 +240,17 @@ class ExactMoves {
   int8_t byValue_[7] = {};
   int byValueCount_ = 0;
 
+  // The stretches a play may cover, as the board makes them, by row (down
+  // after across), kept while the row's squares stand; the rows to make
+  // again (bit by row, across and down).
+  struct StripShape {
+    uint64_t boardKey;  // the board's letters in it
+    uint16_t squares;   // bit x: column x is in it
+    int16_t factor, boardSum, crossFixed, crossLetter;
+    uint8_t start, end, free, n2, n3;
+  };
+  std::array<std::vector<StripShape>, 2 * 15> shapes_;
+  uint32_t shapesDirty_[2] = {(1u << 15) - 1u, (1u << 15) - 1u};
   // The stretches of the best mode, and for each bound the last pushed.
   std::vector<Strip> strips_;
   std::vector<int32_t> heads_;
