@@ -427,9 +427,10 @@ void ExactMoves::PrepareSquares(const char* board, bool down, bool firstPlay, ui
           if (s.anchor) s.cross = CrossSet(board, x, y, kAllLetters, s.crossSum, s.crossed);
         }
       }
-      // A row whose squares changed has its stretches made again.
-      if (s.cross != kept.cross || s.crossSum != kept.crossSum || s.crossed != kept.crossed ||
-          s.anchor != kept.anchor || s.tile != kept.tile || s.tileValue != kept.tileValue)
+      // A row whose stretches change (by its tiles and its cross words'
+      // tiles, not by the letters these allow) has them made again.
+      if (s.crossSum != kept.crossSum || s.crossed != kept.crossed || s.tile != kept.tile ||
+          s.tileValue != kept.tileValue)
         shapesDirty_[down ? 1 : 0] |= 1u << y;
       kept = s;
     }
