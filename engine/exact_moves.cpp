@@ -794,6 +794,7 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
       shape.free = uint8_t(k);
       shape.n2 = uint8_t(n2s[e + 1] - n2s[start]);
       shape.n3 = uint8_t(n3s[e + 1] - n3s[start]);
+      shape.weighed = false;
       shapes.push_back(shape);
     }
   }
@@ -805,7 +806,9 @@ void ExactMoves::AddStrips(bool down, int row) {
   uint32_t blocked = 0;
   for (int x = 0; x < kSize; ++x)
     if (line[x].tile < 0 && !(line[x].cross & usable_)) blocked |= 1u << x;
-  for (const StripShape& shape : shapes_[size_t((down ? kSize : 0) + row)]) {
+  const std::vector<StripShape>& shapes = shapes_[size_t((down ? kSize : 0) + row)];
+  for (size_t index = 0; index < shapes.size(); ++index) {
+    const StripShape& shape = shapes[index];
     const int k = shape.free;
     if (k > rackSize_ || (shape.squares & blocked)) continue;
     // The plays of every tile: only when the rack's ways make a word with
@@ -831,6 +834,7 @@ void ExactMoves::AddStrips(bool down, int row) {
     strip.start = shape.start;
     strip.end = shape.end;
     strip.free = uint8_t(k);
+    strip.shape = uint16_t(index);
     strips_.push_back(strip);
     Push(int(strips_.size()) - 1);
   }
@@ -964,21 +968,27 @@ void ExactMoves::ListHits(Known& known, uint64_t boardKey) {
     }
 }
 
-void ExactMoves::StripWeights(const Strip& strip, int* weights) const {
+void ExactMoves::StripWeights(const Strip& strip, int* weights) {
   // What a point of a tile is worth on each free square (in the word and
-  // in its cross word), heaviest first.
-  const Square* line = &squares_[strip.down ? 1 : 0][size_t(strip.row * kSize)];
-  const Premium* premiums = &kPremium[size_t(strip.row * kSize)];
-  int n = 0;
-  for (int x = strip.start; x < strip.end; ++x) {
-    const Square& s = line[x];
-    if (s.tile >= 0) continue;
-    const Premium p = premiums[x];
-    const int w = p.letter * (strip.factor + (s.crossed ? p.word : 0));
-    int i = n++;
-    for (; i > 0 && weights[i - 1] < w; --i) weights[i] = weights[i - 1];
-    weights[i] = w;
+  // in its cross word), heaviest first; told once for the stretch while
+  // its row stands.
+  StripShape& shape = shapes_[size_t((strip.down ? kSize : 0) + strip.row)][strip.shape];
+  if (!shape.weighed) {
+    const Square* line = &squares_[strip.down ? 1 : 0][size_t(strip.row * kSize)];
+    const Premium* premiums = &kPremium[size_t(strip.row * kSize)];
+    int n = 0;
+    for (int x = strip.start; x < strip.end; ++x) {
+      const Square& s = line[x];
+      if (s.tile >= 0) continue;
+      const Premium p = premiums[x];
+      const int w = p.letter * (strip.factor + (s.crossed ? p.word : 0));
+      int i = n++;
+      for (; i > 0 && shape.weights[i - 1] < w; --i) shape.weights[i] = shape.weights[i - 1];
+      shape.weights[i] = uint8_t(w);
+    }
+    shape.weighed = true;
   }
+  for (int i = 0; i < strip.free; ++i) weights[i] = shape.weights[i];
 }
 
 int ExactMoves::WayWorth(uint32_t way, const int* weights) const {

@@ -153,6 +153,7 @@ class ExactMoves {
     int16_t factor;     // its word factor
     bool down, refined;
     uint8_t row, start, end, free;
+    uint16_t shape;  // its shape in the row's
   };
 
   void Run(const char* squares, bool firstPlay, std::string_view rack, Mode mode);
@@ -177,7 +178,7 @@ class ExactMoves {
   Known& KnownFor(uint64_t boardKey, int k);
   void AddHit(Known& known, uint32_t way, int first, int second);
   void ListHits(Known& known, uint64_t boardKey);
-  void StripWeights(const Strip& strip, int* weights) const;
+  void StripWeights(const Strip& strip, int* weights);
   int WayWorth(uint32_t way, const int* weights) const;
   int Refine(const Strip& strip);
   void SearchStrip(const Strip& strip);
@@ -248,6 +249,8 @@ class ExactMoves {
     uint16_t squares;   // bit x: column x is in it
     int16_t factor, boardSum, crossFixed, crossLetter;
     uint8_t start, end, free, n2, n3;
+    bool weighed;        // `weights` told (see StripWeights)
+    uint8_t weights[7];
   };
   std::array<std::vector<StripShape>, 2 * 15> shapes_;
   uint32_t shapesDirty_[2] = {(1u << 15) - 1u, (1u << 15) - 1u};
