@@ -43,7 +43,11 @@
 //
 // The squares (cross-word letters and points, anchors) of the board of the
 // last call are kept: only the lines where a square changed, and those
-// beside them, are made again.
+// beside them, are made again; so are the stretches of each row, made
+// again only when the row's tiles or its cross words' tiles changed. The
+// letters allowed between given tiles above and below are kept by those
+// tiles from board to board. The big tables live in 2 MB pages where the
+// system gives them.
 //
 // The order of plays, best first: more points; then fewer blanks laid; then
 // fewer tiles laid; then the word in alphabetical order; then across before
