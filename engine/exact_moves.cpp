@@ -673,6 +673,7 @@ void ExactMoves::RunBest(bool firstPlay) {
   MakeGraphTables();
   strips_.clear();
   heads_.assign(kBuckets, -1);
+  topBucket_ = 0;
   NewKnownTable();
   for (const bool down : {false, true})
     for (int row = 0; row < kSize; ++row) {
@@ -684,7 +685,7 @@ void ExactMoves::RunBest(bool firstPlay) {
       if ((rowsWithAnchors_[down ? 1 : 0] >> row) & 1u) AddStrips(down, row);
     }
   stats_.strips = int64_t(strips_.size());
-  for (int bucket = kBuckets - 1; bucket >= 0; --bucket) {
+  for (int bucket = topBucket_; bucket >= 0; --bucket) {
     if (haveBest_ && bucket < best_.points && bucket < kBuckets - 1) break;
     while (heads_[size_t(bucket)] >= 0) {
       const int index = heads_[size_t(bucket)];
@@ -712,6 +713,7 @@ void ExactMoves::Push(int index) {
   const int bucket = std::clamp(strip.bound, 0, kBuckets - 1);
   strip.next = heads_[size_t(bucket)];
   heads_[size_t(bucket)] = index;
+  topBucket_ = std::max(topBucket_, bucket);
 }
 
 void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {

@@ -261,6 +261,7 @@ class ExactMoves {
   // The stretches of the best mode, and for each bound the last pushed.
   std::vector<Strip> strips_;
   std::vector<int32_t> heads_;
+  int topBucket_ = 0;  // the highest bucket pushed to
   // What is known of the words a stretch needs: for its board letters and
   // its number of free squares, the ways of the rack that make a word, and
   // the words' letters themselves (a way and the letters of its blanks),
