@@ -263,6 +263,7 @@ void ExactMoves::TakeRack(std::string_view rack) {
     if (tileLetter_[i] >= 0 && (i == 0 || tileLetter_[i] != tileLetter_[i - 1]))
       byValue_[byValueCount_++] = tileLetter_[i];
   std::fill(std::begin(wayCount_), std::end(wayCount_), uint8_t(0));
+  std::fill(std::begin(realWayCount_), std::end(realWayCount_), uint8_t(0));
   uint32_t alikeBefore = 0;  // bit i: tile i is the letter of tile i - 1
   for (int i = 1; i < rackSize_; ++i)
     if (tileLetter_[i] == tileLetter_[i - 1]) alikeBefore |= 1u << i;
@@ -280,6 +281,7 @@ void ExactMoves::TakeRack(std::string_view rack) {
     if (way & alikeBefore & ~(way << 1)) continue;
     const int n = __builtin_popcount(way);
     ways_[n][wayCount_[n]++] = uint8_t(way);
+    if (way < (1u << (rackSize_ - rackBlanks_))) realWayCount_[n] = wayCount_[n];
   }
 }
 
@@ -870,29 +872,28 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
     known.ways[way >> 6] |= 1ull << (way & 63);
     AddHit(known, way, first, second);
   };
-  // The filter's words of the ways without a blank asked of the memory
-  // together, then read.
+  // The filter's words of the ways asked of the memory together, then
+  // read: first the ways without a blank (they come first), then the others.
   const uint32_t real = (1u << (rackSize_ - rackBlanks_)) - 1u;
+  const uint8_t* ways = ways_[k];
+  const int reals = realWayCount_[k], count = wayCount_[k];
   FilterSpot spots[35];
   const size_t wordMask = multisets_.size() - 1;
-  for (int w = 0; w < wayCount_[k]; ++w) {
-    const uint32_t way = ways_[k][w];
-    const uint64_t letters = boardKey + wayKey_[way];
-    if (!(way & ~real)) {
-      spots[w] = SpotOf(letters, wordMask);
-      AskAhead(&multisets_[spots[w].word]);
-    } else if (k < rackSize_ && __builtin_popcount(way & ~real) == 1) {
-      Prefetch(lessOne_, letters);
-    }
+  for (int w = 0; w < reals; ++w) {
+    spots[w] = SpotOf(boardKey + wayKey_[ways[w]], wordMask);
+    AskAhead(&multisets_[spots[w].word]);
   }
-  for (int w = 0; w < wayCount_[k]; ++w) {
-    const uint32_t way = ways_[k][w];
+  if (k < rackSize_)
+    for (int w = reals; w < count; ++w)
+      if (__builtin_popcount(ways[w] & ~real) == 1) Prefetch(lessOne_, boardKey + wayKey_[ways[w]]);
+  stats_.lookups += reals;
+  for (int w = 0; w < reals; ++w)
+    if ((multisets_[spots[w].word] & spots[w].bits) == spots[w].bits) hit(ways[w], -1, -1);
+  for (int w = reals; w < count; ++w) {
+    const uint32_t way = ways[w];
     const int blanksIn = __builtin_popcount(way & ~real);
     const uint64_t letters = boardKey + wayKey_[way];
-    if (blanksIn == 0) {
-      ++stats_.lookups;
-      if ((multisets_[spots[w].word] & spots[w].bits) == spots[w].bits) hit(way, -1, -1);
-    } else if (blanksIn == 1 && k == rackSize_) {
+    if (blanksIn == 1 && k == rackSize_) {
       for (uint32_t ls = LettersWith(multisets_, stats_.lookups, letters); ls; ls &= ls - 1)
         hit(way, __builtin_ctz(ls), -1);
     } else if (blanksIn == 1) {

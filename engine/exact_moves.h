@@ -238,7 +238,8 @@ class ExactMoves {
   // of its letters and the letters themselves.
   int8_t tileLetter_[7] = {};
   uint8_t wayCount_[8] = {};
-  uint8_t ways_[8][35] = {};  // by number of tiles
+  uint8_t ways_[8][35] = {};  // by number of tiles, those without a blank first
+  uint8_t realWayCount_[8] = {};  // the ways without a blank
   uint64_t wayKey_[128] = {};
   uint32_t wayLetters_[128] = {};
   // The rack's different letters by value, highest first.
