@@ -1,6 +1,7 @@
 #include "engine/exact_moves.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdlib>
 #include <cstring>
 
@@ -185,6 +186,28 @@ FilterSpot SpotOf(uint64_t key, size_t wordMask) {
   const uint64_t h = (key ^ (key >> 31)) * 0x9E3779B97F4A7C15ull;
   return FilterSpot{size_t(h >> 40) & wordMask,
                     (1ull << (h & 63)) | (1ull << ((h >> 6) & 63)) | (1ull << ((h >> 12) & 63))};
+}
+
+// The letters that make a word with a multiset (the words less one of their
+// letters, each with the letter left out) are kept in a filter of lines of
+// eight words of 64 bits, a line for each multiset. In three words of its
+// line, each turned by a number of bits of its own, a multiset sets the
+// bits of its letters: what the three have in common is its letters (and,
+// about once in a thousand times for a letter, one that is not). One line
+// read tells every letter a blank may stand for.
+struct CompletionSpot {
+  size_t line;
+  uint8_t word[3];
+  uint8_t turn[3];
+};
+CompletionSpot CompletionOf(uint64_t key, size_t lines) {
+  const uint64_t h = (key ^ (key >> 29)) * 0xBF58476D1CE4E5B9ull;
+  CompletionSpot spot{size_t((uint64_t(uint32_t(h >> 32)) * lines) >> 32), {}, {}};
+  for (int i = 0; i < 3; ++i) {
+    spot.word[i] = uint8_t((h >> (3 * i)) & 7u);
+    spot.turn[i] = uint8_t((h >> (9 + 6 * i)) & 63u);
+  }
+  return spot;
 }
 
 // The first slot to look at for a multiset's key in the table of words.
@@ -571,9 +594,8 @@ void ExactMoves::MakeGraphTables() {
   size_t words = 1024;  // of 64 bits: about 22 bits a key
   while (words * 64 < graph_.WordCount() * 20) words *= 2;
   multisets_.assign(words, 0);
-  size_t lessOne = 1024;
-  while (lessOne * 64 < graph_.WordCount() * 7 * 20) lessOne *= 2;
-  lessOne_.assign(lessOne, 0);
+  // About seven letters left out a word, 32 bits of the filter for each.
+  completions_.assign(std::max<size_t>(1024, graph_.WordCount() * 7 * 32 / 512), CompletionLine{});
   // The words by multiset: each word's slot found as the walk meets it,
   // then the words put in place slot by slot.
   size_t slots = 1024;
@@ -588,7 +610,7 @@ void ExactMoves::MakeGraphTables() {
   struct Walker {
     const WordGraph& graph;
     BigTable<uint64_t>& whole;
-    BigTable<uint64_t>& less;
+    BigTable<CompletionLine>& less;
     BigTable<AnagramSlot>& slots;
     std::vector<Met>& met;
     std::array<int8_t, 16> word{};
@@ -596,14 +618,40 @@ void ExactMoves::MakeGraphTables() {
       const FilterSpot spot = SpotOf(key, filter.size() - 1);
       filter[spot.word] |= spot.bits;
     }
+    // The letters left out are set some lines behind the walk, each line
+    // asked of the memory when its letter is met (millions of lines far
+    // apart: one at a time, each would wait for the memory).
+    struct Pending {
+      CompletionSpot spot;
+      int letter;
+    };
+    std::array<Pending, 64> pending{};
+    size_t pendingCount = 0;
+    void SetLetter(const CompletionSpot& spot, int letter) {
+      AskAhead(less[spot.line].bits);
+      Pending& slot = pending[pendingCount++ % pending.size()];
+      if (pendingCount > pending.size()) Apply(slot);
+      slot = Pending{spot, letter};
+    }
+    void Apply(const Pending& p) {
+      for (int w = 0; w < 3; ++w)
+        less[p.spot.line].bits[p.spot.word[w]] |= std::rotl(uint64_t(1) << p.letter, p.spot.turn[w]);
+    }
+    void Flush() {
+      const size_t kept = std::min(pendingCount, pending.size());
+      for (size_t i = 0; i < kept; ++i) Apply(pending[(pendingCount - kept + i) % pending.size()]);
+      pendingCount = 0;
+    }
     void Walk(uint32_t node, int depth, uint64_t key, uint32_t letters) {
       const WordGraph::Node& n = graph.At(node);
       for (uint32_t ends = n.ends; ends; ends &= ends - 1) {
         const int last = __builtin_ctz(ends);
         const uint64_t whole_key = key + kLetterKey[size_t(last)];
         Set(whole, whole_key);
-        for (uint32_t in = letters | (1u << last); in; in &= in - 1)
-          Set(less, whole_key - kLetterKey[size_t(__builtin_ctz(in))]);
+        for (uint32_t in = letters | (1u << last); in; in &= in - 1) {
+          const int out = __builtin_ctz(in);
+          SetLetter(CompletionOf(whole_key - kLetterKey[size_t(out)], less.size()), out);
+        }
         const size_t mask = slots.size() - 1;
         size_t i = AnagramSpot(whole_key, mask);
         while (slots[i].count && slots[i].key != whole_key) i = (i + 1) & mask;
@@ -621,7 +669,9 @@ void ExactMoves::MakeGraphTables() {
       }
     }
   };
-  Walker{graph_, multisets_, lessOne_, anagramSlots_, met}.Walk(graph_.Root(), 0, 0, 0);
+  Walker walker{graph_, multisets_, completions_, anagramSlots_, met};
+  walker.Walk(graph_.Root(), 0, 0, 0);
+  walker.Flush();
   uint32_t first = 0;
   for (AnagramSlot& slot : anagramSlots_) {
     slot.first = first;
@@ -647,27 +697,22 @@ const ExactMoves::AnagramSlot* ExactMoves::Anagrams(uint64_t key) const {
 
 namespace {
 
-bool HasMultiset(const BigTable<uint64_t>& filter, int64_t& lookups, uint64_t key) {
-  ++lookups;
-  const FilterSpot spot = SpotOf(key, filter.size() - 1);
-  return (filter[spot.word] & spot.bits) == spot.bits;
+}  // namespace
+
+void ExactMoves::PrefetchCompletions(uint64_t letters) const {
+  AskAhead(completions_[CompletionOf(letters, completions_.size()).line].bits);
 }
 
-// The filter's word for a key asked of the memory ahead of its lookup (the
-// filters are larger than the nearest caches: lookups asked together wait
-// for the memory together).
-void Prefetch(const BigTable<uint64_t>& filter, uint64_t key) {
-  AskAhead(&filter[SpotOf(key, filter.size() - 1).word]);
+uint32_t ExactMoves::Completions(uint64_t letters) {
+  ++stats_.lookups;
+  const CompletionSpot spot = CompletionOf(letters, completions_.size());
+  const uint64_t* line = completions_[spot.line].bits;
+  return uint32_t(std::rotr(line[spot.word[0]], spot.turn[0]) & std::rotr(line[spot.word[1]], spot.turn[1]) &
+                  std::rotr(line[spot.word[2]], spot.turn[2])) &
+         kAllLetters;
 }
 
-// The letters l for which `letters` and l make a multiset of the filter.
-uint32_t LettersWith(const BigTable<uint64_t>& filter, int64_t& lookups, uint64_t letters) {
-  for (int l = 0; l < 26; ++l) Prefetch(filter, letters + kLetterKey[size_t(l)]);
-  uint32_t found = 0;
-  for (int l = 0; l < 26; ++l)
-    if (HasMultiset(filter, lookups, letters + kLetterKey[size_t(l)])) found |= 1u << l;
-  return found;
-}
+namespace {
 
 }  // namespace
 
@@ -883,9 +928,8 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
     spots[w] = SpotOf(boardKey + wayKey_[ways[w]], wordMask);
     AskAhead(&multisets_[spots[w].word]);
   }
-  if (k < rackSize_)
-    for (int w = reals; w < count; ++w)
-      if (__builtin_popcount(ways[w] & ~real) == 1) Prefetch(lessOne_, boardKey + wayKey_[ways[w]]);
+  for (int w = reals; w < count; ++w)
+    if (__builtin_popcount(ways[w] & ~real) == 1) PrefetchCompletions(boardKey + wayKey_[ways[w]]);
   stats_.lookups += reals;
   for (int w = 0; w < reals; ++w)
     if ((multisets_[spots[w].word] & spots[w].bits) == spots[w].bits) hit(ways[w], -1, -1);
@@ -893,30 +937,22 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
     const uint32_t way = ways[w];
     const int blanksIn = __builtin_popcount(way & ~real);
     const uint64_t letters = boardKey + wayKey_[way];
-    if (blanksIn == 1 && k == rackSize_) {
-      for (uint32_t ls = LettersWith(multisets_, stats_.lookups, letters); ls; ls &= ls - 1)
-        hit(way, __builtin_ctz(ls), -1);
-    } else if (blanksIn == 1) {
-      // Fewer than all the tiles, a blank among them: some word holds these
-      // letters and one more (which, is sought if the stretch is searched).
-      if (HasMultiset(lessOne_, stats_.lookups, letters)) {
-        known.ways[way >> 6] |= 1ull << (way & 63);
-        known.listed = false;
-      }
+    if (blanksIn == 1) {
+      // A blank among them: the letters it may stand for.
+      for (uint32_t ls = Completions(letters); ls; ls &= ls - 1) hit(way, __builtin_ctz(ls), -1);
     } else {
-      // Two blanks: the first letter where some word holds these letters,
-      // it and one more; with all the tiles, the second letter too.
-      const uint32_t firsts = LettersWith(lessOne_, stats_.lookups, letters);
-      if (firsts && k < rackSize_) {
-        known.ways[way >> 6] |= 1ull << (way & 63);
-        known.listed = false;
-        continue;
-      }
-      for (uint32_t ls = firsts; ls; ls &= ls - 1) {
-        const int l = __builtin_ctz(ls);
-        for (uint32_t ms = LettersWith(multisets_, stats_.lookups, letters + kLetterKey[size_t(l)]) >> l << l; ms;
-             ms &= ms - 1)
-          hit(way, l, __builtin_ctz(ms));
+      // Two blanks: with all the tiles, every pair of letters; with fewer,
+      // only whether some pair makes a word (which, is sought if the
+      // stretch is searched).
+      for (int l = 0; l < 26; ++l) PrefetchCompletions(letters + kLetterKey[size_t(l)]);
+      for (int l = 0; l < 26; ++l) {
+        const uint32_t seconds = Completions(letters + kLetterKey[size_t(l)]) >> l << l;
+        if (seconds && k < rackSize_) {
+          known.ways[way >> 6] |= 1ull << (way & 63);
+          known.listed = false;
+          break;
+        }
+        for (uint32_t ms = seconds; ms; ms &= ms - 1) hit(way, l, __builtin_ctz(ms));
       }
     }
   }
@@ -948,26 +984,19 @@ void ExactMoves::AddHit(Known& known, uint32_t way, int first, int second) {
 }
 
 void ExactMoves::ListHits(Known& known, uint64_t boardKey) {
-  // The letters of the blanks of the ways that were only known to make
-  // some word: each letter (and pair of letters) that makes one.
+  // The letters of the two blanks of the ways that were only known to make
+  // some word: each pair of letters that makes one.
   known.listed = true;
   const uint32_t real = (1u << (rackSize_ - rackBlanks_)) - 1u;
   for (int half = 0; half < 2 && !known.tooMany; ++half)
     for (uint64_t ways = known.ways[half]; ways && !known.tooMany; ways &= ways - 1) {
       const uint32_t way = uint32_t(half * 64 + __builtin_ctzll(ways));
-      if (!(way & ~real)) continue;  // listed already
+      if (__builtin_popcount(way & ~real) < 2) continue;  // listed already
       const uint64_t letters = boardKey + wayKey_[way];
-      if (__builtin_popcount(way & ~real) == 1) {
-        for (uint32_t ls = LettersWith(multisets_, stats_.lookups, letters); ls; ls &= ls - 1)
-          AddHit(known, way, __builtin_ctz(ls), -1);
-        continue;
-      }
-      for (uint32_t ls = LettersWith(lessOne_, stats_.lookups, letters); ls; ls &= ls - 1) {
-        const int l = __builtin_ctz(ls);
-        for (uint32_t ms = LettersWith(multisets_, stats_.lookups, letters + kLetterKey[size_t(l)]) >> l << l; ms;
-             ms &= ms - 1)
+      for (int l = 0; l < 26; ++l) PrefetchCompletions(letters + kLetterKey[size_t(l)]);
+      for (int l = 0; l < 26; ++l)
+        for (uint32_t ms = Completions(letters + kLetterKey[size_t(l)]) >> l << l; ms; ms &= ms - 1)
           AddHit(known, way, l, __builtin_ctz(ms));
-      }
     }
 }
 

@@ -31,10 +31,11 @@
 // promising first, until none can reach the best play found. Before a
 // stretch is searched its weight is made closer: only the ways of taking
 // tiles from the rack that make a word of its length with its board letters
-// count (the letters of every word, as multisets, and of every word less one
-// letter, are kept in two filters made at the first search; a blank is
-// tried as each letter, or found in the second filter). When a stretch is
-// searched, the letters its blanks may stand for are sought too, and the
+// count (the letters of every word, as multisets, are kept in a filter made
+// at the first search, and for every word less one letter, the letters left
+// out, in a second filter that tells them all in one read: what a blank may
+// stand for). When a stretch with two blanks is searched, the letters they
+// may stand for are sought too, and the
 // stretch is searched through a table of every word by its letters: the
 // words of each multiset that can still reach the best play are laid where
 // they fit. Only when there are too many such multisets does a walk follow
@@ -210,7 +211,16 @@ class ExactMoves {
   size_t tablesNodes_ = 0, tablesEdges_ = 0;
   std::vector<uint16_t> lengths_;
   BigTable<uint64_t> multisets_;  // a filter (see SpotOf)
-  BigTable<uint64_t> lessOne_;    // the same of every word less one of its letters
+  // For every word less one of its letters, the letter left out (a filter
+  // of lines, see CompletionOf).
+  struct alignas(64) CompletionLine {
+    uint64_t bits[8] = {};
+  };
+  BigTable<CompletionLine> completions_;
+  // The letters l for which `letters` and l make some word (and, seldom,
+  // some that do not).
+  uint32_t Completions(uint64_t letters);
+  void PrefetchCompletions(uint64_t letters) const;
   // Every word by the multiset of its letters: the words of one multiset
   // side by side (letters 0 = A, the length in the last byte), found by the
   // multiset's key.
