@@ -695,10 +695,6 @@ const ExactMoves::AnagramSlot* ExactMoves::Anagrams(uint64_t key) const {
   return nullptr;
 }
 
-namespace {
-
-}  // namespace
-
 void ExactMoves::PrefetchCompletions(uint64_t letters) const {
   AskAhead(completions_[CompletionOf(letters, completions_.size()).line].bits);
 }
@@ -711,10 +707,6 @@ uint32_t ExactMoves::Completions(uint64_t letters) {
                   std::rotr(line[spot.word[2]], spot.turn[2])) &
          kAllLetters;
 }
-
-namespace {
-
-}  // namespace
 
 void ExactMoves::RunBest(bool firstPlay) {
   MakeGraphTables();
