@@ -215,16 +215,57 @@ size_t AnagramSpot(uint64_t key, size_t mask) {
   return size_t((key ^ (key >> 29)) * 0xD6E8FEB86659FD93ull >> 32) & mask;
 }
 
-constexpr int kBuckets = 512;  // the last takes every bound above
-constexpr int kPowers2[4] = {1, 2, 4, 8};
-constexpr int kPowers3[4] = {1, 3, 9, 27};
-
-// The most that k tiles of the rack can add to a word laid over free squares
-// of which n3 triple and n2 double their letter: the highest values on the
-// highest factors (`top[k]` the sum of the k highest values).
-int LettersAtMost(const int* top, int k, int n3, int n2) {
-  return 3 * top[n3] + 2 * (top[n3 + n2] - top[n3]) + (top[k] - top[n3 + n2]);
+// The tiles of a way (a set of at most seven of the rack's): a table, as the
+// baseline processor has no instruction for it.
+constexpr std::array<uint8_t, 128> MakeTileCounts() {
+  std::array<uint8_t, 128> counts{};
+  for (size_t way = 1; way < counts.size(); ++way) counts[way] = uint8_t(counts[way >> 1] + (way & 1u));
+  return counts;
 }
+constexpr std::array<uint8_t, 128> kTileCount = MakeTileCounts();
+int TilesOf(uint32_t way) { return kTileCount[way & 127u]; }
+
+constexpr int kBuckets = 512;  // the last takes every bound above
+
+// The squares of a stretch counted in one number, a field for each count:
+// the counts of a stretch are the difference of two sums from the row's left
+// edge (a row has 15 squares: no field overflows into the next).
+enum CountField : int {
+  kFreeSquares = 0,    // free squares (4 bits)
+  kDoubleLetters = 4,  // free squares that double their letter (4 bits)
+  kTripleLetters = 8,  // ... triple it (4 bits)
+  kDoubleWords = 12,   // ... double the word (4 bits)
+  kTripleWords = 16,   // ... triple it (4 bits)
+  kCrossedSquares = 20,  // free squares between tiles above and below (4 bits)
+  kBoardPoints = 24,   // the board's tiles in the stretch (8 bits: at most 150)
+  kCrossLetters = 32,  // the letter factors of the crossed squares, times their word factors (6 bits: 3 a square)
+  kCrossPoints = 38,   // the tiles above and below crossed squares, times their word factors (14 bits)
+};
+int Count(uint64_t counts, CountField field) {
+  const int bits = field == kBoardPoints ? 8 : field == kCrossLetters ? 6 : field == kCrossPoints ? 14 : 4;
+  return int(counts >> field) & ((1 << bits) - 1);
+}
+constexpr bool PremiumsFitCounts() {
+  for (const Premium p : kPremium)
+    if (p.letter * p.word > 3) return false;
+  return true;
+}
+static_assert(PremiumsFitCounts(), "a square's premiums overflow kCrossLetters");
+
+// The word factor of a stretch by its counts of double and triple word
+// squares (a line holds three of each at most).
+constexpr std::array<int16_t, 256> MakeWordFactors() {
+  std::array<int16_t, 256> factors{};
+  constexpr int kPowers2[4] = {1, 2, 4, 8};
+  constexpr int kPowers3[4] = {1, 3, 9, 27};
+  for (int doubles = 0; doubles < 16; ++doubles)
+    for (int triples = 0; triples < 16; ++triples)
+      factors[size_t(triples << 4 | doubles)] =
+          int16_t(kPowers2[std::min(doubles, 3)] * kPowers3[std::min(triples, 3)]);
+  return factors;
+}
+constexpr std::array<int16_t, 256> kWordFactors = MakeWordFactors();
+int WordFactorOf(uint64_t counts) { return kWordFactors[size_t(counts >> kDoubleWords) & 255u]; }
 
 }  // namespace
 
@@ -302,7 +343,7 @@ void ExactMoves::TakeRack(std::string_view rack) {
     }
     // Of alike tiles, the first ones only.
     if (way & alikeBefore & ~(way << 1)) continue;
-    const int n = __builtin_popcount(way);
+    const int n = TilesOf(way);
     ways_[n][wayCount_[n]++] = uint8_t(way);
     if (way < (1u << (rackSize_ - rackBlanks_))) realWayCount_[n] = wayCount_[n];
   }
@@ -710,7 +751,7 @@ uint32_t ExactMoves::Completions(uint64_t letters) {
 
 void ExactMoves::RunBest(bool firstPlay) {
   MakeGraphTables();
-  strips_.clear();
+  entries_.clear();
   heads_.assign(kBuckets, -1);
   topBucket_ = 0;
   NewKnownTable();
@@ -723,20 +764,21 @@ void ExactMoves::RunBest(bool firstPlay) {
       }
       if ((rowsWithAnchors_[down ? 1 : 0] >> row) & 1u) AddStrips(down, row);
     }
-  stats_.strips = int64_t(strips_.size());
+  stats_.strips = int64_t(entries_.size());
   for (int bucket = topBucket_; bucket >= 0; --bucket) {
     if (haveBest_ && bucket < best_.points && bucket < kBuckets - 1) break;
     while (heads_[size_t(bucket)] >= 0) {
       const int index = heads_[size_t(bucket)];
-      Strip& strip = strips_[size_t(index)];
-      heads_[size_t(bucket)] = strip.next;
-      if (haveBest_ && strip.bound < best_.points) continue;
-      if (!strip.refined) {
-        strip.refined = true;
+      Entry& entry = entries_[size_t(index)];
+      heads_[size_t(bucket)] = entry.next;
+      if (haveBest_ && entry.bound < best_.points) continue;
+      const Strip strip = StripOf(entry);
+      if (!entry.refined) {
+        entry.refined = true;
         ++stats_.stripsRefined;
-        strip.bound = std::min(strip.bound, Refine(strip));
-        if (strip.bound < 0 || (haveBest_ && strip.bound < best_.points)) continue;
-        if (strip.bound < bucket) {
+        entry.bound = std::min(entry.bound, Refine(strip));
+        if (entry.bound < 0 || (haveBest_ && entry.bound < best_.points)) continue;
+        if (entry.bound < bucket) {
           Push(index);
           continue;
         }
@@ -748,9 +790,9 @@ void ExactMoves::RunBest(bool firstPlay) {
 }
 
 void ExactMoves::Push(int index) {
-  Strip& strip = strips_[size_t(index)];
-  const int bucket = std::clamp(strip.bound, 0, kBuckets - 1);
-  strip.next = heads_[size_t(bucket)];
+  Entry& entry = entries_[size_t(index)];
+  const int bucket = std::clamp(entry.bound, 0, kBuckets - 1);
+  entry.next = heads_[size_t(bucket)];
   heads_[size_t(bucket)] = index;
   topBucket_ = std::max(topBucket_, bucket);
 }
@@ -772,71 +814,48 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
     const bool here = firstPlay ? row == kCentre && x == kCentre : s.tile >= 0 || s.crossed;
     touch[x] = here ? x : touch[x + 1];
   }
-  // Up to each square, from the left: the free squares, those that double
-  // and triple their letter and the word, the board's tiles (points and
-  // letters), and the free squares between tiles above and below (their
-  // cross words' fixed points and letter weights).
-  int free[kSize + 1], n2s[kSize + 1], n3s[kSize + 1], doubles[kSize + 1], triples[kSize + 1], sums[kSize + 1];
-  int crossFixeds[kSize + 1], crossLetters[kSize + 1], crosseds[kSize + 1];
-  uint64_t keys[kSize + 1];
-  free[0] = n2s[0] = n3s[0] = sums[0] = crossFixeds[0] = crossLetters[0] = crosseds[0] = 0;
-  doubles[0] = triples[0] = 0;
-  keys[0] = 0;
-  for (int x = 0; x < kSize; ++x) {
-    const Square& s = line[x];
-    const Premium p = premiums[x];
-    const bool open = s.tile < 0;
-    free[x + 1] = free[x] + open;
-    n2s[x + 1] = n2s[x] + (open && p.letter == 2);
-    n3s[x + 1] = n3s[x] + (open && p.letter == 3);
-    doubles[x + 1] = doubles[x] + (open && p.word == 2);
-    triples[x + 1] = triples[x] + (open && p.word == 3);
-    sums[x + 1] = sums[x] + (open ? 0 : s.tileValue);
-    keys[x + 1] = keys[x] + (open ? 0 : kLetterKey[size_t(s.tile)]);
-    const bool crossed = open && s.crossed;
-    crosseds[x + 1] = crosseds[x] + crossed;
-    crossFixeds[x + 1] = crossFixeds[x] + (crossed ? s.crossSum * p.word : 0);
-    crossLetters[x + 1] = crossLetters[x] + (crossed ? p.letter * p.word : 0);
-  }
-  // The squares a word may end on (the next free or the edge), and the
-  // free squares in order.
+  // Up to each square, from the left: the squares counted and the board's
+  // letters; the squares a word may end on (the next free or the edge), and
+  // the free squares in order.
+  uint64_t counts[kSize + 1], keys[kSize + 1];
+  counts[0] = keys[0] = 0;
   uint32_t ends = (1u << kSize) - 1u;
   int frees[kSize + 1], freeCount = 0;
   for (int x = 0; x < kSize; ++x) {
-    if (line[x].tile >= 0) {
+    const Square& s = line[x];
+    uint64_t c = 0;
+    keys[x + 1] = keys[x];
+    if (s.tile >= 0) {
+      c = uint64_t(s.tileValue) << kBoardPoints;
+      keys[x + 1] += kLetterKey[size_t(s.tile)];
       if (x > 0) ends &= ~(1u << (x - 1));
     } else {
+      const Premium p = premiums[x];
+      c = uint64_t(1) << kFreeSquares | uint64_t(p.letter == 2) << kDoubleLetters |
+          uint64_t(p.letter == 3) << kTripleLetters | uint64_t(p.word == 2) << kDoubleWords |
+          uint64_t(p.word == 3) << kTripleWords;
+      if (s.crossed)
+        c += uint64_t(1) << kCrossedSquares | uint64_t(p.letter * p.word) << kCrossLetters |
+             uint64_t(s.crossSum * p.word) << kCrossPoints;
       frees[freeCount++] = x;
     }
+    counts[x + 1] = counts[x] + c;
   }
   for (int start = 0; start < kSize; ++start) {
     if (start > 0 && line[start - 1].tile >= 0) continue;  // the word would begin further left
     // Ends from the first square a play must cover to before the free
     // square one beyond seven tiles.
-    const int last = free[start] + 7 < freeCount ? frees[free[start] + 7] : kSize;
+    const int freeBefore = Count(counts[start], kFreeSquares);
+    const int last = freeBefore + 7 < freeCount ? frees[freeBefore + 7] : kSize;
     if (touch[start] >= last) continue;
     for (uint32_t es = ends & ((1u << last) - 1u) >> touch[start] << touch[start]; es; es &= es - 1) {
       const int e = __builtin_ctz(es);
-      const int k = free[e + 1] - free[start];
+      const uint64_t c = counts[e + 1] - counts[start];
+      const int k = Count(c, kFreeSquares);
       if (e == start || k == 0 || (firstPlay && k < 2)) continue;
       // One tile with a tile above or below it makes a play down.
-      if (!down && k == 1 && crosseds[e + 1] - crosseds[start] == 1) continue;
-      StripShape shape;
-      shape.boardKey = keys[e + 1] - keys[start];
-      shape.squares = uint16_t(((1u << (e + 1)) - 1u) >> start << start);
-      // (a line holds three squares of each word factor at most)
-      shape.factor = int16_t(kPowers2[std::min(doubles[e + 1] - doubles[start], 3)] *
-                             kPowers3[std::min(triples[e + 1] - triples[start], 3)]);
-      shape.boardSum = int16_t(sums[e + 1] - sums[start]);
-      shape.crossFixed = int16_t(crossFixeds[e + 1] - crossFixeds[start]);
-      shape.crossLetter = int16_t(crossLetters[e + 1] - crossLetters[start]);
-      shape.start = uint8_t(start);
-      shape.end = uint8_t(e + 1);
-      shape.free = uint8_t(k);
-      shape.n2 = uint8_t(n2s[e + 1] - n2s[start]);
-      shape.n3 = uint8_t(n3s[e + 1] - n3s[start]);
-      shape.weighed = false;
-      shapes.push_back(shape);
+      if (!down && k == 1 && Count(c, kCrossedSquares) == 1) continue;
+      shapes.push_back(StripShape{keys[e + 1] - keys[start], c, uint8_t(start), uint8_t(e + 1), false, {}});
     }
   }
 }
@@ -847,38 +866,49 @@ void ExactMoves::AddStrips(bool down, int row) {
   uint32_t blocked = 0;
   for (int x = 0; x < kSize; ++x)
     if (line[x].tile < 0 && !(line[x].cross & usable_)) blocked |= 1u << x;
-  const std::vector<StripShape>& shapes = shapes_[size_t((down ? kSize : 0) + row)];
+  const int lineIndex = (down ? kSize : 0) + row;
+  const std::vector<StripShape>& shapes = shapes_[size_t(lineIndex)];
   for (size_t index = 0; index < shapes.size(); ++index) {
     const StripShape& shape = shapes[index];
-    const int k = shape.free;
-    if (k > rackSize_ || (shape.squares & blocked)) continue;
+    const uint64_t c = shape.counts;
+    const int k = Count(c, kFreeSquares);
+    if (k > rackSize_ || ((((1u << shape.end) - 1u) >> shape.start << shape.start) & blocked)) continue;
     // The plays of every tile: only when the rack's ways make a word with
     // these board letters, and for what these ways bring. The others are
-    // weighed by the rack's highest tiles until their turn comes.
+    // weighed by the rack's highest tiles until their turn comes: the
+    // highest values on the highest factors (`top[j]` the sum of the j
+    // highest values).
     const int* top = topValues_;
+    int bonus = 0;
     if (k == 7) {
       const Known& known = KnownFor(shape.boardKey, k);
       if (!known.any) continue;
       top = known.top;
+      bonus = kBonus;
     }
-    const int factor = shape.factor;
-    Strip strip;
-    strip.bound = (shape.boardSum + LettersAtMost(top, k, shape.n3, shape.n2)) * factor + shape.crossFixed +
-                  top[1] * shape.crossLetter + (k == 7 ? kBonus : 0);
-    strip.next = -1;
-    strip.boardKey = shape.boardKey;
-    strip.fixed = int16_t(shape.boardSum * factor + shape.crossFixed + (k == 7 ? kBonus : 0));
-    strip.factor = int16_t(factor);
-    strip.down = down;
-    strip.refined = false;
-    strip.row = uint8_t(row);
-    strip.start = shape.start;
-    strip.end = shape.end;
-    strip.free = uint8_t(k);
-    strip.shape = uint16_t(index);
-    strips_.push_back(strip);
-    Push(int(strips_.size()) - 1);
+    const int n3 = Count(c, kTripleLetters), n32 = n3 + Count(c, kDoubleLetters);
+    const int bound = (Count(c, kBoardPoints) + top[n3] + top[n32] + top[k]) * WordFactorOf(c) +
+                      Count(c, kCrossPoints) + top[1] * Count(c, kCrossLetters) + bonus;
+    entries_.push_back(Entry{bound, -1, uint8_t(lineIndex), uint8_t(index), false});
+    Push(int(entries_.size()) - 1);
   }
+}
+
+ExactMoves::Strip ExactMoves::StripOf(const Entry& entry) const {
+  const StripShape& shape = shapes_[entry.line][entry.shape];
+  const uint64_t c = shape.counts;
+  Strip strip;
+  strip.boardKey = shape.boardKey;
+  strip.free = uint8_t(Count(c, kFreeSquares));
+  strip.factor = int16_t(WordFactorOf(c));
+  strip.fixed = int16_t(Count(c, kBoardPoints) * strip.factor + Count(c, kCrossPoints) +
+                        (strip.free == 7 ? kBonus : 0));
+  strip.down = entry.line >= kSize;
+  strip.row = uint8_t(entry.line % kSize);
+  strip.start = shape.start;
+  strip.end = shape.end;
+  strip.shape = entry.shape;
+  return strip;
 }
 
 void ExactMoves::NewKnownTable() {
@@ -921,13 +951,13 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
     AskAhead(&multisets_[spots[w].word]);
   }
   for (int w = reals; w < count; ++w)
-    if (__builtin_popcount(ways[w] & ~real) == 1) PrefetchCompletions(boardKey + wayKey_[ways[w]]);
+    if (TilesOf(ways[w] & ~real) == 1) PrefetchCompletions(boardKey + wayKey_[ways[w]]);
   stats_.lookups += reals;
   for (int w = 0; w < reals; ++w)
     if ((multisets_[spots[w].word] & spots[w].bits) == spots[w].bits) hit(ways[w], -1, -1);
   for (int w = reals; w < count; ++w) {
     const uint32_t way = ways[w];
-    const int blanksIn = __builtin_popcount(way & ~real);
+    const int blanksIn = TilesOf(way & ~real);
     const uint64_t letters = boardKey + wayKey_[way];
     if (blanksIn == 1) {
       // A blank among them: the letters it may stand for.
@@ -983,7 +1013,7 @@ void ExactMoves::ListHits(Known& known, uint64_t boardKey) {
   for (int half = 0; half < 2 && !known.tooMany; ++half)
     for (uint64_t ways = known.ways[half]; ways && !known.tooMany; ways &= ways - 1) {
       const uint32_t way = uint32_t(half * 64 + __builtin_ctzll(ways));
-      if (__builtin_popcount(way & ~real) < 2) continue;  // listed already
+      if (TilesOf(way & ~real) < 2) continue;  // listed already
       const uint64_t letters = boardKey + wayKey_[way];
       for (int l = 0; l < 26; ++l) PrefetchCompletions(letters + kLetterKey[size_t(l)]);
       for (int l = 0; l < 26; ++l)

@@ -148,17 +148,23 @@ class ExactMoves {
     uint8_t row, column, leftLimit;
   };
   // A stretch of a row that a play of the best mode may cover exactly: from
-  // `start` to before `end`, with `free` squares to fill, and the most its
-  // plays could be worth. Kept in lists by that bound (`next`).
+  // `start` to before `end`, with `free` squares to fill.
   struct Strip {
-    int32_t bound;
-    int32_t next;
     uint64_t boardKey;  // the board's letters in it
     int16_t fixed;      // the points that do not hang on the tiles laid
     int16_t factor;     // its word factor
-    bool down, refined;
+    bool down;
     uint8_t row, start, end, free;
     uint16_t shape;  // its shape in the row's
+  };
+  // A stretch waiting its turn with the most its plays could be worth, in
+  // lists by that bound (`next`).
+  struct Entry {
+    int32_t bound;
+    int32_t next;
+    uint8_t line;   // its row (down after across)
+    uint8_t shape;  // its shape in the row's
+    bool refined;
   };
 
   void Run(const char* squares, bool firstPlay, std::string_view rack, Mode mode);
@@ -178,7 +184,8 @@ class ExactMoves {
   void MakeGraphTables();
   void MakeShapes(bool down, int row, bool firstPlay);
   void AddStrips(bool down, int row);
-  void Push(int strip);
+  void Push(int entry);
+  Strip StripOf(const Entry& entry) const;
   struct Known;
   Known& KnownFor(uint64_t boardKey, int k);
   void AddHit(Known& known, uint32_t way, int first, int second);
@@ -261,16 +268,15 @@ class ExactMoves {
   // again (bit by row, across and down).
   struct StripShape {
     uint64_t boardKey;  // the board's letters in it
-    uint16_t squares;   // bit x: column x is in it
-    int16_t factor, boardSum, crossFixed, crossLetter;
-    uint8_t start, end, free, n2, n3;
-    bool weighed;        // `weights` told (see StripWeights)
+    uint64_t counts;    // its squares counted (see ShapeCounts)
+    uint8_t start, end;
+    bool weighed;  // `weights` told (see StripWeights)
     uint8_t weights[7];
   };
   std::array<std::vector<StripShape>, 2 * 15> shapes_;
   uint32_t shapesDirty_[2] = {(1u << 15) - 1u, (1u << 15) - 1u};
   // The stretches of the best mode, and for each bound the last pushed.
-  std::vector<Strip> strips_;
+  std::vector<Entry> entries_;
   std::vector<int32_t> heads_;
   int topBucket_ = 0;  // the highest bucket pushed to
   // What is known of the words a stretch needs: for its board letters and
