@@ -197,18 +197,14 @@ FilterSpot SpotOf(uint64_t key, size_t wordMask) {
 // read tells every letter a blank may stand for.
 struct CompletionSpot {
   size_t line;
-  uint8_t word[3];
-  uint8_t turn[3];
+  uint64_t hash;  // bits 3i..3i+2: word i of the line; bits 9+6i..14+6i: its turn
 };
-CompletionSpot CompletionOf(uint64_t key, size_t lines) {
+inline CompletionSpot CompletionOf(uint64_t key, size_t lines) {
   const uint64_t h = (key ^ (key >> 29)) * 0xBF58476D1CE4E5B9ull;
-  CompletionSpot spot{size_t((uint64_t(uint32_t(h >> 32)) * lines) >> 32), {}, {}};
-  for (int i = 0; i < 3; ++i) {
-    spot.word[i] = uint8_t((h >> (3 * i)) & 7u);
-    spot.turn[i] = uint8_t((h >> (9 + 6 * i)) & 63u);
-  }
-  return spot;
+  return CompletionSpot{size_t(((h >> 32) * lines) >> 32), h};
 }
+inline int CompletionWord(uint64_t hash, int i) { return int(hash >> (3 * i)) & 7; }
+inline int CompletionTurn(uint64_t hash, int i) { return int(hash >> (9 + 6 * i)) & 63; }
 
 // The first slot to look at for a multiset's key in the table of words.
 size_t AnagramSpot(uint64_t key, size_t mask) {
@@ -676,7 +672,8 @@ void ExactMoves::MakeGraphTables() {
     }
     void Apply(const Pending& p) {
       for (int w = 0; w < 3; ++w)
-        less[p.spot.line].bits[p.spot.word[w]] |= std::rotl(uint64_t(1) << p.letter, p.spot.turn[w]);
+        less[p.spot.line].bits[CompletionWord(p.spot.hash, w)] |=
+            std::rotl(uint64_t(1) << p.letter, CompletionTurn(p.spot.hash, w));
     }
     void Flush() {
       const size_t kept = std::min(pendingCount, pending.size());
@@ -740,13 +737,35 @@ void ExactMoves::PrefetchCompletions(uint64_t letters) const {
   AskAhead(completions_[CompletionOf(letters, completions_.size()).line].bits);
 }
 
+uint32_t ExactMoves::CompletionsAt(size_t lineIndex, uint64_t h) const {
+  const uint64_t* line = completions_[lineIndex].bits;
+  return uint32_t(std::rotr(line[CompletionWord(h, 0)], CompletionTurn(h, 0)) &
+                  std::rotr(line[CompletionWord(h, 1)], CompletionTurn(h, 1)) &
+                  std::rotr(line[CompletionWord(h, 2)], CompletionTurn(h, 2))) &
+         kAllLetters;
+}
+
 uint32_t ExactMoves::Completions(uint64_t letters) {
   ++stats_.lookups;
   const CompletionSpot spot = CompletionOf(letters, completions_.size());
-  const uint64_t* line = completions_[spot.line].bits;
-  return uint32_t(std::rotr(line[spot.word[0]], spot.turn[0]) & std::rotr(line[spot.word[1]], spot.turn[1]) &
-                  std::rotr(line[spot.word[2]], spot.turn[2])) &
-         kAllLetters;
+  return CompletionsAt(spot.line, spot.hash);
+}
+
+bool ExactMoves::PairCompletions(uint64_t letters, uint32_t* seconds, bool anyOnly) {
+  // The 26 lines asked of the memory together, then read.
+  CompletionSpot spots[26];
+  for (int l = 0; l < 26; ++l) {
+    spots[l] = CompletionOf(letters + kLetterKey[size_t(l)], completions_.size());
+    AskAhead(completions_[spots[l].line].bits);
+  }
+  bool any = false;
+  for (int l = 0; l < 26; ++l) {
+    ++stats_.lookups;
+    seconds[l] = CompletionsAt(spots[l].line, spots[l].hash) >> l << l;
+    any = any || seconds[l];
+    if (any && anyOnly) break;
+  }
+  return any;
 }
 
 void ExactMoves::RunBest(bool firstPlay) {
@@ -966,16 +985,15 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
       // Two blanks: with all the tiles, every pair of letters; with fewer,
       // only whether some pair makes a word (which, is sought if the
       // stretch is searched).
-      for (int l = 0; l < 26; ++l) PrefetchCompletions(letters + kLetterKey[size_t(l)]);
-      for (int l = 0; l < 26; ++l) {
-        const uint32_t seconds = Completions(letters + kLetterKey[size_t(l)]) >> l << l;
-        if (seconds && k < rackSize_) {
-          known.ways[way >> 6] |= 1ull << (way & 63);
-          known.listed = false;
-          break;
-        }
-        for (uint32_t ms = seconds; ms; ms &= ms - 1) hit(way, l, __builtin_ctz(ms));
+      uint32_t pairs[26];
+      if (!PairCompletions(letters, pairs, k < rackSize_)) continue;
+      if (k < rackSize_) {
+        known.ways[way >> 6] |= 1ull << (way & 63);
+        known.listed = false;
+        continue;
       }
+      for (int l = 0; l < 26; ++l)
+        for (uint32_t ms = pairs[l]; ms; ms &= ms - 1) hit(way, l, __builtin_ctz(ms));
     }
   }
   // For each count of tiles, the most the highest of them are worth in a
@@ -1015,9 +1033,10 @@ void ExactMoves::ListHits(Known& known, uint64_t boardKey) {
       const uint32_t way = uint32_t(half * 64 + __builtin_ctzll(ways));
       if (TilesOf(way & ~real) < 2) continue;  // listed already
       const uint64_t letters = boardKey + wayKey_[way];
-      for (int l = 0; l < 26; ++l) PrefetchCompletions(letters + kLetterKey[size_t(l)]);
+      uint32_t pairs[26];
+      PairCompletions(letters, pairs, false);
       for (int l = 0; l < 26; ++l)
-        for (uint32_t ms = Completions(letters + kLetterKey[size_t(l)]) >> l << l; ms; ms &= ms - 1)
+        for (uint32_t ms = pairs[l]; ms; ms &= ms - 1)
           AddHit(known, way, l, __builtin_ctz(ms));
     }
 }

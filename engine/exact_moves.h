@@ -228,6 +228,12 @@ class ExactMoves {
   // some that do not).
   uint32_t Completions(uint64_t letters);
   void PrefetchCompletions(uint64_t letters) const;
+  uint32_t CompletionsAt(size_t line, uint64_t hash) const;  // see CompletionOf
+  // For each letter l, the letters m from l on for which `letters`, l and
+  // m make some word (and, seldom, some that do not); whether there is any
+  // (with `anyOnly`, the letters after the first l that has some are not
+  // told).
+  bool PairCompletions(uint64_t letters, uint32_t* seconds, bool anyOnly);
   // Every word by the multiset of its letters: the words of one multiset
   // side by side (letters 0 = A, the length in the last byte), found by the
   // multiset's key.
