@@ -324,9 +324,9 @@ void ExactMoves::TakeRack(std::string_view rack) {
       byValue_[byValueCount_++] = tileLetter_[i];
   std::fill(std::begin(wayCount_), std::end(wayCount_), uint8_t(0));
   std::fill(std::begin(realWayCount_), std::end(realWayCount_), uint8_t(0));
-  uint32_t alikeBefore = 0;  // bit i: tile i is the letter of tile i - 1
+  alikeBefore_ = 0;
   for (int i = 1; i < rackSize_; ++i)
-    if (tileLetter_[i] == tileLetter_[i - 1]) alikeBefore |= 1u << i;
+    if (tileLetter_[i] == tileLetter_[i - 1]) alikeBefore_ |= 1u << i;
   wayKey_[0] = 0;
   wayLetters_[0] = 0;
   for (uint32_t way = 0; way < (1u << rackSize_); ++way) {
@@ -338,9 +338,13 @@ void ExactMoves::TakeRack(std::string_view rack) {
       wayLetters_[way] = wayLetters_[rest] | (letter >= 0 ? 1u << letter : kAllLetters);
     }
     // Of alike tiles, the first ones only.
-    if (way & alikeBefore & ~(way << 1)) continue;
+    if (way & alikeBefore_ & ~(way << 1)) continue;
     const int n = TilesOf(way);
     ways_[n][wayCount_[n]++] = uint8_t(way);
+    // The tiles without a blank after its last that it may take.
+    extensions_[way] = 0;
+    for (int t = way ? 32 - __builtin_clz(way) : 0; t < rackSize_ - rackBlanks_; ++t)
+      if (!((alikeBefore_ >> t) & 1u) || ((way >> (t - 1)) & 1u)) extensions_[way] |= uint8_t(1u << t);
     if (way < (1u << (rackSize_ - rackBlanks_))) realWayCount_[n] = wayCount_[n];
   }
 }
@@ -737,7 +741,7 @@ void ExactMoves::PrefetchCompletions(uint64_t letters) const {
   AskAhead(completions_[CompletionOf(letters, completions_.size()).line].bits);
 }
 
-uint32_t ExactMoves::CompletionsAt(size_t lineIndex, uint64_t h) const {
+inline uint32_t ExactMoves::CompletionsAt(size_t lineIndex, uint64_t h) const {
   const uint64_t* line = completions_[lineIndex].bits;
   return uint32_t(std::rotr(line[CompletionWord(h, 0)], CompletionTurn(h, 0)) &
                   std::rotr(line[CompletionWord(h, 1)], CompletionTurn(h, 1)) &
@@ -958,35 +962,56 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
     known.ways[way >> 6] |= 1ull << (way & 63);
     AddHit(known, way, first, second);
   };
-  // The filter's words of the ways asked of the memory together, then
-  // read: first the ways without a blank (they come first), then the others.
-  const uint32_t real = (1u << (rackSize_ - rackBlanks_)) - 1u;
-  const uint8_t* ways = ways_[k];
-  const int reals = realWayCount_[k], count = wayCount_[k];
-  FilterSpot spots[35];
-  const size_t wordMask = multisets_.size() - 1;
-  for (int w = 0; w < reals; ++w) {
-    spots[w] = SpotOf(boardKey + wayKey_[ways[w]], wordMask);
-    AskAhead(&multisets_[spots[w].word]);
+  const int realTiles = rackSize_ - rackBlanks_;
+  if (rackBlanks_ == 0) {
+    // Without a blank: each way looked up in the filter of the words'
+    // multisets, small enough to stay near at hand from one search to the
+    // next. The filter's words asked of the memory together, then read.
+    const uint8_t* ways = ways_[k];
+    const int count = wayCount_[k];
+    FilterSpot spots[35];
+    const size_t wordMask = multisets_.size() - 1;
+    for (int w = 0; w < count; ++w) {
+      spots[w] = SpotOf(boardKey + wayKey_[ways[w]], wordMask);
+      AskAhead(&multisets_[spots[w].word]);
+    }
+    stats_.lookups += count;
+    for (int w = 0; w < count; ++w)
+      if ((multisets_[spots[w].word] & spots[w].bits) == spots[w].bits) hit(ways[w], -1, -1);
+  } else {
+    // With a blank, a way is found from the way less its last tile (the
+    // rack's tiles go by value, blanks last): one read of the completions
+    // of the board letters and the k - 1 tiles before tells every tile after
+    // them that makes a word, and every letter a blank there may stand for.
+    // The lines are asked of the memory together, then read.
+    const uint8_t* bases = ways_[k - 1];
+    const int count = realWayCount_[k - 1];
+    CompletionSpot spots[35];
+    for (int w = 0; w < count; ++w) {
+      spots[w] = CompletionOf(boardKey + wayKey_[bases[w]], completions_.size());
+      AskAhead(completions_[spots[w].line].bits);
+    }
+    stats_.lookups += count;
+    for (int w = 0; w < count; ++w) {
+      const uint32_t letters = CompletionsAt(spots[w].line, spots[w].hash);
+      if (!letters) continue;
+      const uint32_t base = bases[w];
+      for (uint32_t ts = extensions_[base]; ts; ts &= ts - 1) {
+        const int t = __builtin_ctz(ts);
+        if ((letters >> tileLetter_[t]) & 1u) hit(base | 1u << t, -1, -1);
+      }
+      for (uint32_t ls = letters; ls; ls &= ls - 1) hit(base | 1u << realTiles, __builtin_ctz(ls), -1);
+    }
   }
-  for (int w = reals; w < count; ++w)
-    if (TilesOf(ways[w] & ~real) == 1) PrefetchCompletions(boardKey + wayKey_[ways[w]]);
-  stats_.lookups += reals;
-  for (int w = 0; w < reals; ++w)
-    if ((multisets_[spots[w].word] & spots[w].bits) == spots[w].bits) hit(ways[w], -1, -1);
-  for (int w = reals; w < count; ++w) {
-    const uint32_t way = ways[w];
-    const int blanksIn = TilesOf(way & ~real);
-    const uint64_t letters = boardKey + wayKey_[way];
-    if (blanksIn == 1) {
-      // A blank among them: the letters it may stand for.
-      for (uint32_t ls = Completions(letters); ls; ls &= ls - 1) hit(way, __builtin_ctz(ls), -1);
-    } else {
-      // Two blanks: with all the tiles, every pair of letters; with fewer,
-      // only whether some pair makes a word (which, is sought if the
-      // stretch is searched).
+  // Two blanks after k - 2 tiles: with all the tiles, every pair of letters;
+  // with fewer, only whether some pair makes a word (which, is sought if
+  // the stretch is searched).
+  if (rackBlanks_ >= 2 && k >= 2)
+    for (int w = 0; w < realWayCount_[k - 2]; ++w) {
+      const uint32_t base = ways_[k - 2][w];
+      const uint32_t way = base | 3u << realTiles;
       uint32_t pairs[26];
-      if (!PairCompletions(letters, pairs, k < rackSize_)) continue;
+      if (!PairCompletions(boardKey + wayKey_[base], pairs, k < rackSize_)) continue;
       if (k < rackSize_) {
         known.ways[way >> 6] |= 1ull << (way & 63);
         known.listed = false;
@@ -995,7 +1020,6 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
       for (int l = 0; l < 26; ++l)
         for (uint32_t ms = pairs[l]; ms; ms &= ms - 1) hit(way, l, __builtin_ctz(ms));
     }
-  }
   // For each count of tiles, the most the highest of them are worth in a
   // way that makes a word (weighed with when all the tiles are laid).
   known.any = (known.ways[0] | known.ways[1]) != 0;

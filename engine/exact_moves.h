@@ -260,11 +260,13 @@ class ExactMoves {
   // take some of them that differ in letters, and for each way the multiset
   // of its letters and the letters themselves.
   int8_t tileLetter_[7] = {};
+  uint32_t alikeBefore_ = 0;  // bit i: tile i is the letter of tile i - 1
   uint8_t wayCount_[8] = {};
   uint8_t ways_[8][35] = {};  // by number of tiles, those without a blank first
   uint8_t realWayCount_[8] = {};  // the ways without a blank
   uint64_t wayKey_[128] = {};
   uint32_t wayLetters_[128] = {};
+  uint8_t extensions_[128] = {};  // for each way, the tiles after its last that extend it
   // The rack's different letters by value, highest first.
   int8_t byValue_[7] = {};
   int byValueCount_ = 0;
