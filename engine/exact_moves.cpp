@@ -797,6 +797,11 @@ void ExactMoves::RunBest(bool firstPlay) {
       if (haveBest_ && entry.bound < best_.points) continue;
       const Strip strip = StripOf(entry);
       if (!entry.refined) {
+        // The memory the next stretch will need is asked for while this
+        // one is weighed.
+        int next = entry.next;
+        for (int b = bucket - 1; next < 0 && b >= 0; --b) next = heads_[size_t(b)];
+        if (next >= 0 && !entries_[size_t(next)].refined) AskAheadFor(entries_[size_t(next)]);
         entry.refined = true;
         ++stats_.stripsRefined;
         entry.bound = std::min(entry.bound, Refine(strip));
@@ -942,15 +947,32 @@ void ExactMoves::NewKnownTable() {
   knownUsed_ = 0;
 }
 
+ExactMoves::KnownSlot& ExactMoves::KnownSlotFor(uint64_t key) {
+  const size_t mask = knownSlots_.size() - 1;
+  size_t at = size_t((key ^ (key >> 31)) * 0x9E3779B97F4A7C15ull >> 50) & mask;
+  while (knownSlots_[at].stamp == knownStamp_ && knownSlots_[at].key != key) at = (at + 1) & mask;
+  return knownSlots_[at];
+}
+
+void ExactMoves::AskAheadFor(const Entry& entry) {
+  // The lines of the filters that KnownFor will read for the stretch.
+  const StripShape& shape = shapes_[entry.line][entry.shape];
+  const int k = Count(shape.counts, kFreeSquares);
+  if (KnownSlotFor(shape.boardKey << 3 | uint64_t(k)).stamp == knownStamp_) return;
+  if (rackBlanks_ == 0) {
+    for (int w = 0; w < wayCount_[k]; ++w)
+      AskAhead(&multisets_[SpotOf(shape.boardKey + wayKey_[ways_[k][w]], multisets_.size() - 1).word]);
+  } else {
+    for (int w = 0; w < realWayCount_[k - 1]; ++w) PrefetchCompletions(shape.boardKey + wayKey_[ways_[k - 1][w]]);
+  }
+}
+
 ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
   // The ways of the rack that make a word with these board letters, known
   // once for each set of them and number of tiles.
   const uint64_t key = boardKey << 3 | uint64_t(k);
   if (knownUsed_ == int(known_.size())) NewKnownTable();
-  const size_t mask = knownSlots_.size() - 1;
-  size_t at = size_t((key ^ (key >> 31)) * 0x9E3779B97F4A7C15ull >> 50) & mask;
-  while (knownSlots_[at].stamp == knownStamp_ && knownSlots_[at].key != key) at = (at + 1) & mask;
-  KnownSlot& slot = knownSlots_[at];
+  KnownSlot& slot = KnownSlotFor(key);
   if (slot.stamp == knownStamp_) return known_[slot.known];
   slot = KnownSlot{key, knownStamp_, uint32_t(knownUsed_)};
   Known& known = known_[size_t(knownUsed_++)];

@@ -315,6 +315,8 @@ class ExactMoves {
     uint32_t known = 0;
   };
   std::array<KnownSlot, 1024> knownSlots_{};
+  KnownSlot& KnownSlotFor(uint64_t key);  // its slot, or the free slot it would take
+  void AskAheadFor(const Entry& entry);
   void NewKnownTable();
   uint32_t knownStamp_ = 0;
   // The stretch being searched: its end, word factor, letters worth trying,
