@@ -178,10 +178,6 @@ constexpr std::array<uint64_t, 26> kLetterKey = MakeLetterKeys();
 // key, three bits of it set: a multiset that is not there is said to be
 // there about once in a hundred times (the bound is then only less close),
 // and one that is there is always found. Small enough to stay in the cache.
-struct FilterSpot {
-  size_t word;
-  uint64_t bits;
-};
 FilterSpot SpotOf(uint64_t key, size_t wordMask) {
   const uint64_t h = (key ^ (key >> 31)) * 0x9E3779B97F4A7C15ull;
   return FilterSpot{size_t(h >> 40) & wordMask,
@@ -195,13 +191,10 @@ FilterSpot SpotOf(uint64_t key, size_t wordMask) {
 // bits of its letters: what the three have in common is its letters (and,
 // about once in a thousand times for a letter, one that is not). One line
 // read tells every letter a blank may stand for.
-struct CompletionSpot {
-  size_t line;
-  uint64_t hash;  // bits 3i..3i+2: word i of the line; bits 9+6i..14+6i: its turn
-};
-inline CompletionSpot CompletionOf(uint64_t key, size_t lines) {
+// The line, and in `bits` the hash that tells the words and turns.
+inline FilterSpot CompletionOf(uint64_t key, size_t lines) {
   const uint64_t h = (key ^ (key >> 29)) * 0xBF58476D1CE4E5B9ull;
-  return CompletionSpot{size_t(((h >> 32) * lines) >> 32), h};
+  return FilterSpot{size_t(((h >> 32) * lines) >> 32), h};
 }
 inline int CompletionWord(uint64_t hash, int i) { return int(hash >> (3 * i)) & 7; }
 inline int CompletionTurn(uint64_t hash, int i) { return int(hash >> (9 + 6 * i)) & 63; }
@@ -236,6 +229,8 @@ enum CountField : int {
   kBoardPoints = 24,   // the board's tiles in the stretch (8 bits: at most 150)
   kCrossLetters = 32,  // the letter factors of the crossed squares, times their word factors (6 bits: 3 a square)
   kCrossPoints = 38,   // the tiles above and below crossed squares, times their word factors (14 bits)
+  kFirstColumn = 52,   // (kept with a stretch's counts: its first column, 4 bits)
+  kEndColumn = 56,     // (... and the column after its last, 4 bits)
 };
 int Count(uint64_t counts, CountField field) {
   const int bits = field == kBoardPoints ? 8 : field == kCrossLetters ? 6 : field == kCrossPoints ? 14 : 4;
@@ -341,9 +336,10 @@ void ExactMoves::TakeRack(std::string_view rack) {
     if (way & alikeBefore_ & ~(way << 1)) continue;
     const int n = TilesOf(way);
     ways_[n][wayCount_[n]++] = uint8_t(way);
-    // The tiles without a blank after its last that it may take.
+    // The tiles without a blank after its last that it may take (read
+    // when there is a blank).
     extensions_[way] = 0;
-    for (int t = way ? 32 - __builtin_clz(way) : 0; t < rackSize_ - rackBlanks_; ++t)
+    for (int t = way ? 32 - __builtin_clz(way) : 0; rackBlanks_ > 0 && t < rackSize_ - rackBlanks_; ++t)
       if (!((alikeBefore_ >> t) & 1u) || ((way >> (t - 1)) & 1u)) extensions_[way] |= uint8_t(1u << t);
     if (way < (1u << (rackSize_ - rackBlanks_))) realWayCount_[n] = wayCount_[n];
   }
@@ -657,27 +653,27 @@ void ExactMoves::MakeGraphTables() {
     std::array<int8_t, 16> word{};
     static void Set(BigTable<uint64_t>& filter, uint64_t key) {
       const FilterSpot spot = SpotOf(key, filter.size() - 1);
-      filter[spot.word] |= spot.bits;
+      filter[spot.at] |= spot.bits;
     }
     // The letters left out are set some lines behind the walk, each line
     // asked of the memory when its letter is met (millions of lines far
     // apart: one at a time, each would wait for the memory).
     struct Pending {
-      CompletionSpot spot;
+      FilterSpot spot;
       int letter;
     };
     std::array<Pending, 64> pending{};
     size_t pendingCount = 0;
-    void SetLetter(const CompletionSpot& spot, int letter) {
-      AskAhead(less[spot.line].bits);
+    void SetLetter(const FilterSpot& spot, int letter) {
+      AskAhead(less[spot.at].bits);
       Pending& slot = pending[pendingCount++ % pending.size()];
       if (pendingCount > pending.size()) Apply(slot);
       slot = Pending{spot, letter};
     }
     void Apply(const Pending& p) {
       for (int w = 0; w < 3; ++w)
-        less[p.spot.line].bits[CompletionWord(p.spot.hash, w)] |=
-            std::rotl(uint64_t(1) << p.letter, CompletionTurn(p.spot.hash, w));
+        less[p.spot.at].bits[CompletionWord(p.spot.bits, w)] |=
+            std::rotl(uint64_t(1) << p.letter, CompletionTurn(p.spot.bits, w));
     }
     void Flush() {
       const size_t kept = std::min(pendingCount, pending.size());
@@ -738,7 +734,7 @@ const ExactMoves::AnagramSlot* ExactMoves::Anagrams(uint64_t key) const {
 }
 
 void ExactMoves::PrefetchCompletions(uint64_t letters) const {
-  AskAhead(completions_[CompletionOf(letters, completions_.size()).line].bits);
+  AskAhead(completions_[CompletionOf(letters, completions_.size()).at].bits);
 }
 
 inline uint32_t ExactMoves::CompletionsAt(size_t lineIndex, uint64_t h) const {
@@ -751,21 +747,21 @@ inline uint32_t ExactMoves::CompletionsAt(size_t lineIndex, uint64_t h) const {
 
 uint32_t ExactMoves::Completions(uint64_t letters) {
   ++stats_.lookups;
-  const CompletionSpot spot = CompletionOf(letters, completions_.size());
-  return CompletionsAt(spot.line, spot.hash);
+  const FilterSpot spot = CompletionOf(letters, completions_.size());
+  return CompletionsAt(spot.at, spot.bits);
 }
 
 bool ExactMoves::PairCompletions(uint64_t letters, uint32_t* seconds, bool anyOnly) {
   // The 26 lines asked of the memory together, then read.
-  CompletionSpot spots[26];
+  FilterSpot spots[26];
   for (int l = 0; l < 26; ++l) {
     spots[l] = CompletionOf(letters + kLetterKey[size_t(l)], completions_.size());
-    AskAhead(completions_[spots[l].line].bits);
+    AskAhead(completions_[spots[l].at].bits);
   }
   bool any = false;
   for (int l = 0; l < 26; ++l) {
     ++stats_.lookups;
-    seconds[l] = CompletionsAt(spots[l].line, spots[l].hash) >> l << l;
+    seconds[l] = CompletionsAt(spots[l].at, spots[l].bits) >> l << l;
     any = any || seconds[l];
     if (any && anyOnly) break;
   }
@@ -869,6 +865,7 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
     }
     counts[x + 1] = counts[x] + c;
   }
+  static_assert(kSize < 16, "a column is kept in 4 bits");
   for (int start = 0; start < kSize; ++start) {
     if (start > 0 && line[start - 1].tile >= 0) continue;  // the word would begin further left
     // Ends from the first square a play must cover to before the free
@@ -883,9 +880,11 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
       if (e == start || k == 0 || (firstPlay && k < 2)) continue;
       // One tile with a tile above or below it makes a play down.
       if (!down && k == 1 && Count(c, kCrossedSquares) == 1) continue;
-      shapes.push_back(StripShape{keys[e + 1] - keys[start], c, uint8_t(start), uint8_t(e + 1), false, {}});
+      shapes.push_back(StripShape{keys[e + 1] - keys[start], c | uint64_t(start) << kFirstColumn |
+                                                                uint64_t(e + 1) << kEndColumn});
     }
   }
+  shapeWeights_[size_t((down ? kSize : 0) + row)].assign(shapes.size(), ShapeWeights{{}, false});
 }
 
 void ExactMoves::AddStrips(bool down, int row) {
@@ -900,7 +899,8 @@ void ExactMoves::AddStrips(bool down, int row) {
     const StripShape& shape = shapes[index];
     const uint64_t c = shape.counts;
     const int k = Count(c, kFreeSquares);
-    if (k > rackSize_ || ((((1u << shape.end) - 1u) >> shape.start << shape.start) & blocked)) continue;
+    const int first = Count(c, kFirstColumn);
+    if (k > rackSize_ || ((((1u << Count(c, kEndColumn)) - 1u) >> first << first) & blocked)) continue;
     // The plays of every tile: only when the rack's ways make a word with
     // these board letters, and for what these ways bring. The others are
     // weighed by the rack's highest tiles until their turn comes: the
@@ -933,8 +933,8 @@ ExactMoves::Strip ExactMoves::StripOf(const Entry& entry) const {
                         (strip.free == 7 ? kBonus : 0));
   strip.down = entry.line >= kSize;
   strip.row = uint8_t(entry.line % kSize);
-  strip.start = shape.start;
-  strip.end = shape.end;
+  strip.start = uint8_t(Count(c, kFirstColumn));
+  strip.end = uint8_t(Count(c, kEndColumn));
   strip.shape = entry.shape;
   return strip;
 }
@@ -954,17 +954,36 @@ ExactMoves::KnownSlot& ExactMoves::KnownSlotFor(uint64_t key) {
   return knownSlots_[at];
 }
 
+int ExactMoves::SpotsFor(uint64_t boardKey, int k, FilterSpot* spots) const {
+  // Without a blank, every way of k tiles in the filter of the words'
+  // multisets; with one, the ways of k - 1 tiles without a blank in the
+  // filter of completions (see KnownFor). Each asked of the memory.
+  if (rackBlanks_ == 0) {
+    for (int w = 0; w < wayCount_[k]; ++w) {
+      spots[w] = SpotOf(boardKey + wayKey_[ways_[k][w]], multisets_.size() - 1);
+      AskAhead(&multisets_[spots[w].at]);
+    }
+    return wayCount_[k];
+  }
+  for (int w = 0; w < realWayCount_[k - 1]; ++w) {
+    spots[w] = CompletionOf(boardKey + wayKey_[ways_[k - 1][w]], completions_.size());
+    AskAhead(completions_[spots[w].at].bits);
+  }
+  return realWayCount_[k - 1];
+}
+
 void ExactMoves::AskAheadFor(const Entry& entry) {
-  // The lines of the filters that KnownFor will read for the stretch.
   const StripShape& shape = shapes_[entry.line][entry.shape];
   const int k = Count(shape.counts, kFreeSquares);
-  if (KnownSlotFor(shape.boardKey << 3 | uint64_t(k)).stamp == knownStamp_) return;
-  if (rackBlanks_ == 0) {
-    for (int w = 0; w < wayCount_[k]; ++w)
-      AskAhead(&multisets_[SpotOf(shape.boardKey + wayKey_[ways_[k][w]], multisets_.size() - 1).word]);
-  } else {
-    for (int w = 0; w < realWayCount_[k - 1]; ++w) PrefetchCompletions(shape.boardKey + wayKey_[ways_[k - 1][w]]);
-  }
+  const uint64_t key = shape.boardKey << 3 | uint64_t(k);
+  if (KnownSlotFor(key).stamp == knownStamp_) return;
+  for (const Asked& a : asked_)
+    if (a.stamp == knownStamp_ && a.key == key) return;
+  Asked& asked = asked_[size_t(askedNext_)];
+  askedNext_ ^= 1;
+  asked.key = key;
+  asked.stamp = knownStamp_;
+  asked.count = uint8_t(SpotsFor(shape.boardKey, k, asked.spots));
 }
 
 ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
@@ -984,40 +1003,34 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
     known.ways[way >> 6] |= 1ull << (way & 63);
     AddHit(known, way, first, second);
   };
+  // The filters' words or lines asked of the memory together (or ahead,
+  // see AskAheadFor), then read.
+  FilterSpot own[35];
+  const FilterSpot* spots = own;
+  int count = -1;
+  for (const Asked& a : asked_)
+    if (a.stamp == knownStamp_ && a.key == key) {
+      spots = a.spots;
+      count = a.count;
+    }
+  if (count < 0) count = SpotsFor(boardKey, k, own);
+  stats_.lookups += count;
   const int realTiles = rackSize_ - rackBlanks_;
   if (rackBlanks_ == 0) {
     // Without a blank: each way looked up in the filter of the words'
     // multisets, small enough to stay near at hand from one search to the
-    // next. The filter's words asked of the memory together, then read.
-    const uint8_t* ways = ways_[k];
-    const int count = wayCount_[k];
-    FilterSpot spots[35];
-    const size_t wordMask = multisets_.size() - 1;
-    for (int w = 0; w < count; ++w) {
-      spots[w] = SpotOf(boardKey + wayKey_[ways[w]], wordMask);
-      AskAhead(&multisets_[spots[w].word]);
-    }
-    stats_.lookups += count;
+    // next.
     for (int w = 0; w < count; ++w)
-      if ((multisets_[spots[w].word] & spots[w].bits) == spots[w].bits) hit(ways[w], -1, -1);
+      if ((multisets_[spots[w].at] & spots[w].bits) == spots[w].bits) hit(ways_[k][w], -1, -1);
   } else {
     // With a blank, a way is found from the way less its last tile (the
     // rack's tiles go by value, blanks last): one read of the completions
     // of the board letters and the k - 1 tiles before tells every tile after
     // them that makes a word, and every letter a blank there may stand for.
-    // The lines are asked of the memory together, then read.
-    const uint8_t* bases = ways_[k - 1];
-    const int count = realWayCount_[k - 1];
-    CompletionSpot spots[35];
     for (int w = 0; w < count; ++w) {
-      spots[w] = CompletionOf(boardKey + wayKey_[bases[w]], completions_.size());
-      AskAhead(completions_[spots[w].line].bits);
-    }
-    stats_.lookups += count;
-    for (int w = 0; w < count; ++w) {
-      const uint32_t letters = CompletionsAt(spots[w].line, spots[w].hash);
+      const uint32_t letters = CompletionsAt(spots[w].at, spots[w].bits);
       if (!letters) continue;
-      const uint32_t base = bases[w];
+      const uint32_t base = ways_[k - 1][w];
       for (uint32_t ts = extensions_[base]; ts; ts &= ts - 1) {
         const int t = __builtin_ctz(ts);
         if ((letters >> tileLetter_[t]) & 1u) hit(base | 1u << t, -1, -1);
@@ -1091,7 +1104,7 @@ void ExactMoves::StripWeights(const Strip& strip, int* weights) {
   // What a point of a tile is worth on each free square (in the word and
   // in its cross word), heaviest first; told once for the stretch while
   // its row stands.
-  StripShape& shape = shapes_[size_t((strip.down ? kSize : 0) + strip.row)][strip.shape];
+  ShapeWeights& shape = shapeWeights_[size_t((strip.down ? kSize : 0) + strip.row)][strip.shape];
   if (!shape.weighed) {
     const Square* line = &squares_[strip.down ? 1 : 0][size_t(strip.row * kSize)];
     const Premium* premiums = &kPremium[size_t(strip.row * kSize)];

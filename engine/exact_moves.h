@@ -107,6 +107,13 @@ bool PlayBefore(const ExactPlay& a, const ExactPlay& b);
 // them; -1 when it does not lie on the board.
 int TruePoints(const char* squares, const ClsWord& play);
 
+// A place in a filter of the best-play search: the word or line to read,
+// and what to read there.
+struct FilterSpot {
+  size_t at;
+  uint64_t bits;
+};
+
 class ExactMoves {
  public:
   explicit ExactMoves(const WordGraph& graph);
@@ -276,12 +283,16 @@ class ExactMoves {
   // again (bit by row, across and down).
   struct StripShape {
     uint64_t boardKey;  // the board's letters in it
-    uint64_t counts;    // its squares counted (see ShapeCounts)
-    uint8_t start, end;
-    bool weighed;  // `weights` told (see StripWeights)
-    uint8_t weights[7];
+    uint64_t counts;    // its squares counted, its first and last columns (see CountField)
   };
   std::array<std::vector<StripShape>, 2 * 15> shapes_;
+  // For each shape, what a point of a tile is worth on each of its free
+  // squares (in the word and in its cross word), heaviest first, once told.
+  struct ShapeWeights {
+    uint8_t weights[7];
+    bool weighed;
+  };
+  std::array<std::vector<ShapeWeights>, 2 * 15> shapeWeights_;
   uint32_t shapesDirty_[2] = {(1u << 15) - 1u, (1u << 15) - 1u};
   // The stretches of the best mode, and for each bound the last pushed.
   std::vector<Entry> entries_;
@@ -316,6 +327,18 @@ class ExactMoves {
   };
   std::array<KnownSlot, 1024> knownSlots_{};
   KnownSlot& KnownSlotFor(uint64_t key);  // its slot, or the free slot it would take
+  // The spots KnownFor reads for these board letters and tiles, each asked
+  // of the memory; how many.
+  int SpotsFor(uint64_t boardKey, int k, FilterSpot* spots) const;
+  // Those of the next stretches, kept from the asking to the reading.
+  struct Asked {
+    uint64_t key = 0;
+    uint32_t stamp = 0;
+    uint8_t count = 0;
+    FilterSpot spots[35];
+  };
+  std::array<Asked, 2> asked_{};
+  int askedNext_ = 0;
   void AskAheadFor(const Entry& entry);
   void NewKnownTable();
   uint32_t knownStamp_ = 0;
