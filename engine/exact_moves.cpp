@@ -903,23 +903,27 @@ void ExactMoves::AddStrips(bool down, int row) {
     if (k > rackSize_ || ((((1u << Count(c, kEndColumn)) - 1u) >> first << first) & blocked)) continue;
     // The plays of every tile: only when the rack's ways make a word with
     // these board letters, and for what these ways bring. The others are
-    // weighed by the rack's highest tiles until their turn comes: the
-    // highest values on the highest factors (`top[j]` the sum of the j
-    // highest values).
+    // weighed by the rack's highest tiles until their turn comes.
     const int* top = topValues_;
-    int bonus = 0;
     if (k == 7) {
       const Known& known = KnownFor(shape.boardKey, k);
       if (!known.any) continue;
       top = known.top;
-      bonus = kBonus;
     }
-    const int n3 = Count(c, kTripleLetters), n32 = n3 + Count(c, kDoubleLetters);
-    const int bound = (Count(c, kBoardPoints) + top[n3] + top[n32] + top[k]) * WordFactorOf(c) +
-                      Count(c, kCrossPoints) + top[1] * Count(c, kCrossLetters) + bonus;
-    entries_.push_back(Entry{bound, -1, uint8_t(lineIndex), uint8_t(index), false});
+    entries_.push_back(Entry{BoundOf(c, top), -1, uint8_t(lineIndex), uint8_t(index), false});
     Push(int(entries_.size()) - 1);
   }
+}
+
+int ExactMoves::BoundOf(uint64_t counts, const int* top) {
+  // The most a stretch's plays may be worth when the sum of the j dearest
+  // tiles laid is at most top[j]: the dearest on the squares that triple
+  // their letter, then on those that double it, each crossed square with
+  // the dearest in its cross word too.
+  const int k = Count(counts, kFreeSquares);
+  const int n3 = Count(counts, kTripleLetters), n32 = n3 + Count(counts, kDoubleLetters);
+  return (Count(counts, kBoardPoints) + top[n3] + top[n32] + top[k]) * WordFactorOf(counts) +
+         Count(counts, kCrossPoints) + top[1] * Count(counts, kCrossLetters) + (k == 7 ? kBonus : 0);
 }
 
 ExactMoves::Strip ExactMoves::StripOf(const Entry& entry) const {
@@ -927,6 +931,7 @@ ExactMoves::Strip ExactMoves::StripOf(const Entry& entry) const {
   const uint64_t c = shape.counts;
   Strip strip;
   strip.boardKey = shape.boardKey;
+  strip.counts = c;
   strip.free = uint8_t(Count(c, kFreeSquares));
   strip.factor = int16_t(WordFactorOf(c));
   strip.fixed = int16_t(Count(c, kBoardPoints) * strip.factor + Count(c, kCrossPoints) +
@@ -1056,21 +1061,19 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
         for (uint32_t ms = pairs[l]; ms; ms &= ms - 1) hit(way, l, __builtin_ctz(ms));
     }
   // For each count of tiles, the most the highest of them are worth in a
-  // way that makes a word (weighed with when all the tiles are laid).
+  // way that makes a word.
   known.any = (known.ways[0] | known.ways[1]) != 0;
-  if (k < 7) return known;
   std::fill(std::begin(known.top), std::end(known.top), 0);
-  for (int w = 0; w < wayCount_[k]; ++w) {
-    const uint32_t way = ways_[k][w];
-    if (!((known.ways[way >> 6] >> (way & 63)) & 1u)) continue;
-    int sum = 0, j = 0;
-    for (uint32_t bits = way; bits; bits &= bits - 1) {
-      const int tile = __builtin_ctz(bits);
-      sum += tileLetter_[tile] >= 0 ? Value(tileLetter_[tile]) : 0;
-      ++j;
-      known.top[j] = std::max(known.top[j], sum);
+  for (int half = 0; half < 2; ++half)
+    for (uint64_t ways = known.ways[half]; ways; ways &= ways - 1) {
+      int sum = 0, j = 0;
+      for (uint32_t bits = uint32_t(half * 64 + __builtin_ctzll(ways)); bits; bits &= bits - 1) {
+        const int tile = __builtin_ctz(bits);
+        sum += tileLetter_[tile] >= 0 ? Value(tileLetter_[tile]) : 0;
+        ++j;
+        known.top[j] = std::max(known.top[j], sum);
+      }
     }
-  }
   return known;
 }
 
@@ -1134,14 +1137,15 @@ int ExactMoves::WayWorth(uint32_t way, const int* weights) const {
 }
 
 int ExactMoves::Refine(const Strip& strip) {
-  int weights[7];
-  StripWeights(strip, weights);
+  // With only the ways that make a word: a way's j dearest tiles are worth
+  // at most top[j], and its tiles go dearest first on the heaviest squares.
   const Known& known = KnownFor(strip.boardKey, strip.free);
-  int bound = -1;
-  for (int half = 0; half < 2; ++half)
-    for (uint64_t ways = known.ways[half]; ways; ways &= ways - 1) {
-      bound = std::max(bound, strip.fixed + WayWorth(uint32_t(half * 64 + __builtin_ctzll(ways)), weights));
-    }
+  if (!known.any) return -1;
+  int weights[8];
+  StripWeights(strip, weights);
+  weights[strip.free] = 0;
+  int bound = strip.fixed;
+  for (int j = 1; j <= strip.free; ++j) bound += (weights[j - 1] - weights[j]) * known.top[j];
   return bound;
 }
 

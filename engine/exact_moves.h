@@ -158,6 +158,7 @@ class ExactMoves {
   // `start` to before `end`, with `free` squares to fill.
   struct Strip {
     uint64_t boardKey;  // the board's letters in it
+    uint64_t counts;    // its shape's counts
     int16_t fixed;      // the points that do not hang on the tiles laid
     int16_t factor;     // its word factor
     bool down;
@@ -193,6 +194,7 @@ class ExactMoves {
   void AddStrips(bool down, int row);
   void Push(int entry);
   Strip StripOf(const Entry& entry) const;
+  static int BoundOf(uint64_t counts, const int* top);
   struct Known;
   Known& KnownFor(uint64_t boardKey, int k);
   void AddHit(Known& known, uint32_t way, int first, int second);
