@@ -1043,22 +1043,14 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
       for (uint32_t ls = letters; ls; ls &= ls - 1) hit(base | 1u << realTiles, __builtin_ctz(ls), -1);
     }
   }
-  // Two blanks after k - 2 tiles: with all the tiles, every pair of letters;
-  // with fewer, only whether some pair makes a word (which, is sought if
-  // the stretch is searched).
+  // Two blanks after k - 2 tiles: taken to make some word (with two letters
+  // of one's choosing, most do); which letters, if any, is sought when the
+  // stretch is searched.
   if (rackBlanks_ >= 2 && k >= 2)
     for (int w = 0; w < realWayCount_[k - 2]; ++w) {
-      const uint32_t base = ways_[k - 2][w];
-      const uint32_t way = base | 3u << realTiles;
-      uint32_t pairs[26];
-      if (!PairCompletions(boardKey + wayKey_[base], pairs, k < rackSize_)) continue;
-      if (k < rackSize_) {
-        known.ways[way >> 6] |= 1ull << (way & 63);
-        known.listed = false;
-        continue;
-      }
-      for (int l = 0; l < 26; ++l)
-        for (uint32_t ms = pairs[l]; ms; ms &= ms - 1) hit(way, l, __builtin_ctz(ms));
+      const uint32_t way = uint32_t(ways_[k - 2][w]) | 3u << realTiles;
+      known.ways[way >> 6] |= 1ull << (way & 63);
+      known.listed = false;
     }
   // For each count of tiles, the most the highest of them are worth in a
   // way that makes a word.
