@@ -258,6 +258,29 @@ constexpr std::array<int16_t, 256> MakeWordFactors() {
 constexpr std::array<int16_t, 256> kWordFactors = MakeWordFactors();
 int WordFactorOf(uint64_t counts) { return kWordFactors[size_t(counts >> kDoubleWords) & 255u]; }
 
+// The squares of a stretch by its first and end columns as its counts keep
+// them (bits kFirstColumn on: end << 4 | first).
+constexpr std::array<uint16_t, 256> MakeSpans() {
+  std::array<uint16_t, 256> spans{};
+  for (int end = 0; end < 16; ++end)
+    for (int first = 0; first < end; ++first) spans[size_t(end << 4 | first)] = uint16_t(((1u << end) - 1u) >> first << first);
+  return spans;
+}
+constexpr std::array<uint16_t, 256> kSpans = MakeSpans();
+uint32_t SquaresOf(uint64_t counts) { return kSpans[size_t(counts >> kFirstColumn) & 255u]; }
+
+inline int BoundOf(uint64_t counts, const int* top) {
+  // The most a stretch's plays may be worth when the sum of the j dearest
+  // tiles laid is at most top[j]: the dearest on the squares that triple
+  // their letter, then on those that double it, each crossed square with
+  // the dearest in its cross word too.
+  const int k = Count(counts, kFreeSquares);
+  const int n3 = Count(counts, kTripleLetters), n32 = n3 + Count(counts, kDoubleLetters);
+  return (Count(counts, kBoardPoints) + top[n3] + top[n32] + top[k]) * WordFactorOf(counts) +
+         Count(counts, kCrossPoints) + top[1] * Count(counts, kCrossLetters) + (k == 7 ? kBonus : 0);
+}
+
+
 }  // namespace
 
 ExactMoves::ExactMoves(const WordGraph& graph) : graph_(graph) {}
@@ -770,7 +793,7 @@ bool ExactMoves::PairCompletions(uint64_t letters, uint32_t* seconds, bool anyOn
 
 void ExactMoves::RunBest(bool firstPlay) {
   MakeGraphTables();
-  entries_.clear();
+  entryCount_ = 0;
   heads_.assign(kBuckets, -1);
   topBucket_ = 0;
   NewKnownTable();
@@ -783,7 +806,7 @@ void ExactMoves::RunBest(bool firstPlay) {
       }
       if ((rowsWithAnchors_[down ? 1 : 0] >> row) & 1u) AddStrips(down, row);
     }
-  stats_.strips = int64_t(entries_.size());
+  stats_.strips = entryCount_;
   for (int bucket = topBucket_; bucket >= 0; --bucket) {
     if (haveBest_ && bucket < best_.points && bucket < kBuckets - 1) break;
     while (heads_[size_t(bucket)] >= 0) {
@@ -895,35 +918,29 @@ void ExactMoves::AddStrips(bool down, int row) {
     if (line[x].tile < 0 && !(line[x].cross & usable_)) blocked |= 1u << x;
   const int lineIndex = (down ? kSize : 0) + row;
   const std::vector<StripShape>& shapes = shapes_[size_t(lineIndex)];
+  Entry* entries = entries_.data();
+  int used = entryCount_, topBucket = topBucket_;
   for (size_t index = 0; index < shapes.size(); ++index) {
-    const StripShape& shape = shapes[index];
-    const uint64_t c = shape.counts;
+    const uint64_t c = shapes[index].counts;
     const int k = Count(c, kFreeSquares);
-    const int first = Count(c, kFirstColumn);
-    if (k > rackSize_ || ((((1u << Count(c, kEndColumn)) - 1u) >> first << first) & blocked)) continue;
+    if ((SquaresOf(c) & blocked) || k > rackSize_) continue;
     // The plays of every tile: only when the rack's ways make a word with
     // these board letters, and for what these ways bring. The others are
     // weighed by the rack's highest tiles until their turn comes.
     const int* top = topValues_;
     if (k == 7) {
-      const Known& known = KnownFor(shape.boardKey, k);
+      const Known& known = KnownFor(shapes[index].boardKey, k);
       if (!known.any) continue;
       top = known.top;
     }
-    entries_.push_back(Entry{BoundOf(c, top), -1, uint8_t(lineIndex), uint8_t(index), false});
-    Push(int(entries_.size()) - 1);
+    const int bound = BoundOf(c, top);
+    const int bucket = std::min(bound, kBuckets - 1);
+    entries[used] = Entry{bound, heads_[size_t(bucket)], uint8_t(lineIndex), uint8_t(index), false};
+    heads_[size_t(bucket)] = used++;
+    topBucket = std::max(topBucket, bucket);
   }
-}
-
-int ExactMoves::BoundOf(uint64_t counts, const int* top) {
-  // The most a stretch's plays may be worth when the sum of the j dearest
-  // tiles laid is at most top[j]: the dearest on the squares that triple
-  // their letter, then on those that double it, each crossed square with
-  // the dearest in its cross word too.
-  const int k = Count(counts, kFreeSquares);
-  const int n3 = Count(counts, kTripleLetters), n32 = n3 + Count(counts, kDoubleLetters);
-  return (Count(counts, kBoardPoints) + top[n3] + top[n32] + top[k]) * WordFactorOf(counts) +
-         Count(counts, kCrossPoints) + top[1] * Count(counts, kCrossLetters) + (k == 7 ? kBonus : 0);
+  entryCount_ = used;
+  topBucket_ = topBucket;
 }
 
 ExactMoves::Strip ExactMoves::StripOf(const Entry& entry) const {

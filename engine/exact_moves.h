@@ -194,7 +194,6 @@ class ExactMoves {
   void AddStrips(bool down, int row);
   void Push(int entry);
   Strip StripOf(const Entry& entry) const;
-  static int BoundOf(uint64_t counts, const int* top);
   struct Known;
   Known& KnownFor(uint64_t boardKey, int k);
   void AddHit(Known& known, uint32_t way, int first, int second);
@@ -297,7 +296,8 @@ class ExactMoves {
   std::array<std::vector<ShapeWeights>, 2 * 15> shapeWeights_;
   uint32_t shapesDirty_[2] = {(1u << 15) - 1u, (1u << 15) - 1u};
   // The stretches of the best mode, and for each bound the last pushed.
-  std::vector<Entry> entries_;
+  std::vector<Entry> entries_ = std::vector<Entry>(2 * 15 * 15 * 15);  // room for every shape
+  int entryCount_ = 0;
   std::vector<int32_t> heads_;
   int topBucket_ = 0;  // the highest bucket pushed to
   // What is known of the words a stretch needs: for its board letters and
