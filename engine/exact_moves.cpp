@@ -848,7 +848,6 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
   // Every stretch of the row a play may cover, as the board makes it (the
   // rack's part is weighed at each search).
   std::vector<StripShape>& shapes = shapes_[size_t((down ? kSize : 0) + row)];
-  shapes.clear();
   const Square* line = &squares_[down ? 1 : 0][size_t(row * kSize)];
   const Premium* premiums = &kPremium[size_t(row * kSize)];
   // From each square: the nearest square a play must cover (a tile, a
@@ -889,6 +888,9 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
     counts[x + 1] = counts[x] + c;
   }
   static_assert(kSize < 16, "a column is kept in 4 bits");
+  StripShape made[kSize * kSize];
+  int madeCount = 0;
+  const int fewest = firstPlay ? 2 : 1;  // tiles a play lays
   for (int start = 0; start < kSize; ++start) {
     if (start > 0 && line[start - 1].tile >= 0) continue;  // the word would begin further left
     // Ends from the first square a play must cover to before the free
@@ -900,14 +902,15 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
       const int e = __builtin_ctz(es);
       const uint64_t c = counts[e + 1] - counts[start];
       const int k = Count(c, kFreeSquares);
-      if (e == start || k == 0 || (firstPlay && k < 2)) continue;
+      if (e == start || k < fewest) continue;
       // One tile with a tile above or below it makes a play down.
       if (!down && k == 1 && Count(c, kCrossedSquares) == 1) continue;
-      shapes.push_back(StripShape{keys[e + 1] - keys[start], c | uint64_t(start) << kFirstColumn |
-                                                                uint64_t(e + 1) << kEndColumn});
+      made[madeCount++] = StripShape{keys[e + 1] - keys[start],
+                                     c | uint64_t(start) << kFirstColumn | uint64_t(e + 1) << kEndColumn};
     }
   }
-  shapeWeights_[size_t((down ? kSize : 0) + row)].assign(shapes.size(), ShapeWeights{{}, false});
+  shapes.assign(made, made + madeCount);
+  shapeWeights_[size_t((down ? kSize : 0) + row)].assign(size_t(madeCount), ShapeWeights{{}, false});
 }
 
 void ExactMoves::AddStrips(bool down, int row) {
