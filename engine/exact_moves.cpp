@@ -919,6 +919,22 @@ void ExactMoves::AddStrips(bool down, int row) {
   uint32_t blocked = 0;
   for (int x = 0; x < kSize; ++x)
     if (line[x].tile < 0 && !(line[x].cross & usable_)) blocked |= 1u << x;
+  // Up to each square, what the crossed squares' cross words may bring at
+  // most: the dearest letter of the rack their cross words allow.
+  int crossMost[kSize + 1];
+  crossMost[0] = 0;
+  const Premium* premiums = &kPremium[size_t(row * kSize)];
+  for (int x = 0; x < kSize; ++x) {
+    const Square& s = line[x];
+    int most = 0;
+    if (s.tile < 0 && s.crossed)
+      for (int j = 0; j < byValueCount_; ++j)
+        if ((s.cross >> byValue_[j]) & 1u) {
+          most = Value(byValue_[j]);
+          break;
+        }
+    crossMost[x + 1] = crossMost[x] + most * premiums[x].letter * premiums[x].word;
+  }
   const int lineIndex = (down ? kSize : 0) + row;
   const std::vector<StripShape>& shapes = shapes_[size_t(lineIndex)];
   Entry* entries = entries_.data();
@@ -936,7 +952,8 @@ void ExactMoves::AddStrips(bool down, int row) {
       if (!known.any) continue;
       top = known.top;
     }
-    const int bound = BoundOf(c, top);
+    const int bound = BoundOf(c, top) - top[1] * Count(c, kCrossLetters) +
+                      crossMost[Count(c, kEndColumn)] - crossMost[Count(c, kFirstColumn)];
     const int bucket = std::min(bound, kBuckets - 1);
     entries[used] = Entry{bound, heads_[size_t(bucket)], uint8_t(lineIndex), uint8_t(index), false};
     heads_[size_t(bucket)] = used++;
