@@ -227,21 +227,14 @@ enum CountField : int {
   kTripleWords = 16,   // ... triple it (4 bits)
   kCrossedSquares = 20,  // free squares between tiles above and below (4 bits)
   kBoardPoints = 24,   // the board's tiles in the stretch (8 bits: at most 150)
-  kCrossLetters = 32,  // the letter factors of the crossed squares, times their word factors (6 bits: 3 a square)
-  kCrossPoints = 38,   // the tiles above and below crossed squares, times their word factors (14 bits)
+  kCrossPoints = 32,   // the tiles above and below crossed squares, times their word factors (14 bits)
   kFirstColumn = 52,   // (kept with a stretch's counts: its first column, 4 bits)
   kEndColumn = 56,     // (... and the column after its last, 4 bits)
 };
 int Count(uint64_t counts, CountField field) {
-  const int bits = field == kBoardPoints ? 8 : field == kCrossLetters ? 6 : field == kCrossPoints ? 14 : 4;
+  const int bits = field == kBoardPoints ? 8 : field == kCrossPoints ? 14 : 4;
   return int(counts >> field) & ((1 << bits) - 1);
 }
-constexpr bool PremiumsFitCounts() {
-  for (const Premium p : kPremium)
-    if (p.letter * p.word > 3) return false;
-  return true;
-}
-static_assert(PremiumsFitCounts(), "a square's premiums overflow kCrossLetters");
 
 // The word factor of a stretch by its counts of double and triple word
 // squares (a line holds three of each at most).
@@ -269,15 +262,15 @@ constexpr std::array<uint16_t, 256> MakeSpans() {
 constexpr std::array<uint16_t, 256> kSpans = MakeSpans();
 uint32_t SquaresOf(uint64_t counts) { return kSpans[size_t(counts >> kFirstColumn) & 255u]; }
 
-inline int BoundOf(uint64_t counts, const int* top) {
-  // The most a stretch's plays may be worth when the sum of the j dearest
-  // tiles laid is at most top[j]: the dearest on the squares that triple
-  // their letter, then on those that double it, each crossed square with
-  // the dearest in its cross word too.
+inline int MainBoundOf(uint64_t counts, const int* top) {
+  // The most a stretch's plays may be worth, less what the tiles laid add
+  // to cross words, when the sum of the j dearest tiles laid is at most
+  // top[j]: the dearest on the squares that triple their letter, then on
+  // those that double it.
   const int k = Count(counts, kFreeSquares);
   const int n3 = Count(counts, kTripleLetters), n32 = n3 + Count(counts, kDoubleLetters);
   return (Count(counts, kBoardPoints) + top[n3] + top[n32] + top[k]) * WordFactorOf(counts) +
-         Count(counts, kCrossPoints) + top[1] * Count(counts, kCrossLetters) + (k == 7 ? kBonus : 0);
+         Count(counts, kCrossPoints) + (k == 7 ? kBonus : 0);
 }
 
 
@@ -881,8 +874,7 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
           uint64_t(p.letter == 3) << kTripleLetters | uint64_t(p.word == 2) << kDoubleWords |
           uint64_t(p.word == 3) << kTripleWords;
       if (s.crossed)
-        c += uint64_t(1) << kCrossedSquares | uint64_t(p.letter * p.word) << kCrossLetters |
-             uint64_t(s.crossSum * p.word) << kCrossPoints;
+        c += uint64_t(1) << kCrossedSquares | uint64_t(s.crossSum * p.word) << kCrossPoints;
       frees[freeCount++] = x;
     }
     counts[x + 1] = counts[x] + c;
@@ -952,10 +944,10 @@ void ExactMoves::AddStrips(bool down, int row) {
       if (!known.any) continue;
       top = known.top;
     }
-    const int bound = BoundOf(c, top) - top[1] * Count(c, kCrossLetters) +
-                      crossMost[Count(c, kEndColumn)] - crossMost[Count(c, kFirstColumn)];
+    const int cross = crossMost[Count(c, kEndColumn)] - crossMost[Count(c, kFirstColumn)];
+    const int bound = MainBoundOf(c, top) + cross;
     const int bucket = std::min(bound, kBuckets - 1);
-    entries[used] = Entry{bound, heads_[size_t(bucket)], uint8_t(lineIndex), uint8_t(index), false};
+    entries[used] = Entry{bound, heads_[size_t(bucket)], int16_t(cross), uint8_t(lineIndex), uint8_t(index), false};
     heads_[size_t(bucket)] = used++;
     topBucket = std::max(topBucket, bucket);
   }
@@ -969,6 +961,7 @@ ExactMoves::Strip ExactMoves::StripOf(const Entry& entry) const {
   Strip strip;
   strip.boardKey = shape.boardKey;
   strip.counts = c;
+  strip.crossMost = entry.crossMost;
   strip.free = uint8_t(Count(c, kFreeSquares));
   strip.factor = int16_t(WordFactorOf(c));
   strip.fixed = int16_t(Count(c, kBoardPoints) * strip.factor + Count(c, kCrossPoints) +
@@ -1175,7 +1168,7 @@ int ExactMoves::Refine(const Strip& strip) {
   weights[strip.free] = 0;
   int bound = strip.fixed;
   for (int j = 1; j <= strip.free; ++j) bound += (weights[j - 1] - weights[j]) * known.top[j];
-  return bound;
+  return std::min(bound, MainBoundOf(strip.counts, known.top) + strip.crossMost);
 }
 
 void ExactMoves::SearchStrip(const Strip& strip) {

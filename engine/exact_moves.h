@@ -159,6 +159,7 @@ class ExactMoves {
   struct Strip {
     uint64_t boardKey;  // the board's letters in it
     uint64_t counts;    // its shape's counts
+    int crossMost;      // the most its cross words may bring with the rack
     int16_t fixed;      // the points that do not hang on the tiles laid
     int16_t factor;     // its word factor
     bool down;
@@ -170,6 +171,7 @@ class ExactMoves {
   struct Entry {
     int32_t bound;
     int32_t next;
+    int16_t crossMost;  // the most its cross words may bring with the rack
     uint8_t line;   // its row (down after across)
     uint8_t shape;  // its shape in the row's
     bool refined;
