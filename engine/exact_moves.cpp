@@ -220,16 +220,18 @@ constexpr int kBuckets = 512;  // the last takes every bound above
 // the counts of a stretch are the difference of two sums from the row's left
 // edge (a row has 15 squares: no field overflows into the next).
 enum CountField : int {
-  kFreeSquares = 0,    // free squares (4 bits)
-  kDoubleLetters = 4,  // free squares that double their letter (4 bits)
-  kTripleLetters = 8,  // ... triple it (4 bits)
-  kDoubleWords = 12,   // ... double the word (4 bits)
-  kTripleWords = 16,   // ... triple it (4 bits)
-  kCrossedSquares = 20,  // free squares between tiles above and below (4 bits)
-  kBoardPoints = 24,   // the board's tiles in the stretch (8 bits: at most 150)
-  kCrossPoints = 32,   // the tiles above and below crossed squares, times their word factors (14 bits)
-  kFirstColumn = 52,   // (kept with a stretch's counts: its first column, 4 bits)
-  kEndColumn = 56,     // (... and the column after its last, 4 bits)
+  kFreeSquares = 0,         // free squares (4 bits)
+  kDoubleLetters = 4,       // free squares that double their letter (4 bits)
+  kTripleLetters = 8,       // ... triple it (4 bits)
+  kDoubleWords = 12,        // ... double the word (4 bits)
+  kTripleWords = 16,        // ... triple it (4 bits)
+  kCrossedSquares = 20,     // free squares between tiles above and below (4 bits)
+  kOpenDoubleLetters = 24,  // free squares that double their letter, not crossed (4 bits)
+  kOpenTripleLetters = 28,  // ... triple it (4 bits)
+  kBoardPoints = 32,        // the board's tiles in the stretch (8 bits: at most 150)
+  kCrossPoints = 40,        // the tiles above and below crossed squares, times their word factors (14 bits)
+  kFirstColumn = 54,        // (kept with a stretch's counts: its first column, 4 bits)
+  kEndColumn = 58,          // (... and the column after its last, 4 bits)
 };
 int Count(uint64_t counts, CountField field) {
   const int bits = field == kBoardPoints ? 8 : field == kCrossPoints ? 14 : 4;
@@ -256,23 +258,27 @@ int WordFactorOf(uint64_t counts) { return kWordFactors[size_t(counts >> kDouble
 constexpr std::array<uint16_t, 256> MakeSpans() {
   std::array<uint16_t, 256> spans{};
   for (int end = 0; end < 16; ++end)
-    for (int first = 0; first < end; ++first) spans[size_t(end << 4 | first)] = uint16_t(((1u << end) - 1u) >> first << first);
+    for (int first = 0; first < end; ++first)
+      spans[size_t(end << 4 | first)] = uint16_t(((1u << end) - 1u) >> first << first);
   return spans;
 }
 constexpr std::array<uint16_t, 256> kSpans = MakeSpans();
 uint32_t SquaresOf(uint64_t counts) { return kSpans[size_t(counts >> kFirstColumn) & 255u]; }
 
-inline int MainBoundOf(uint64_t counts, const int* top) {
+inline int MainBoundOf(uint64_t counts, const int* top, int crossedMost) {
   // The most a stretch's plays may be worth, less what the tiles laid add
   // to cross words, when the sum of the j dearest tiles laid is at most
   // top[j]: the dearest on the squares that triple their letter, then on
-  // those that double it.
-  const int k = Count(counts, kFreeSquares);
+  // those that double it; or the dearest so on the squares not crossed,
+  // and on the crossed ones, at most `crossedMost` in all (each letter
+  // times its square's factor), what their cross words allow.
+  const int k = Count(counts, kFreeSquares), open = k - Count(counts, kCrossedSquares);
   const int n3 = Count(counts, kTripleLetters), n32 = n3 + Count(counts, kDoubleLetters);
-  return (Count(counts, kBoardPoints) + top[n3] + top[n32] + top[k]) * WordFactorOf(counts) +
-         Count(counts, kCrossPoints) + (k == 7 ? kBonus : 0);
+  const int o3 = Count(counts, kOpenTripleLetters), o32 = o3 + Count(counts, kOpenDoubleLetters);
+  const int letters = std::min(top[n3] + top[n32] + top[k], top[o3] + top[o32] + top[open] + crossedMost);
+  return (Count(counts, kBoardPoints) + letters) * WordFactorOf(counts) + Count(counts, kCrossPoints) +
+         (k == 7 ? kBonus : 0);
 }
-
 
 }  // namespace
 
@@ -875,6 +881,8 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
           uint64_t(p.word == 3) << kTripleWords;
       if (s.crossed)
         c += uint64_t(1) << kCrossedSquares | uint64_t(s.crossSum * p.word) << kCrossPoints;
+      else
+        c += uint64_t(p.letter == 2) << kOpenDoubleLetters | uint64_t(p.letter == 3) << kOpenTripleLetters;
       frees[freeCount++] = x;
     }
     counts[x + 1] = counts[x] + c;
@@ -911,10 +919,11 @@ void ExactMoves::AddStrips(bool down, int row) {
   uint32_t blocked = 0;
   for (int x = 0; x < kSize; ++x)
     if (line[x].tile < 0 && !(line[x].cross & usable_)) blocked |= 1u << x;
-  // Up to each square, what the crossed squares' cross words may bring at
-  // most: the dearest letter of the rack their cross words allow.
-  int crossMost[kSize + 1];
-  crossMost[0] = 0;
+  // Up to each square, what the crossed squares may bring at most, in
+  // their cross words and in the row's: the dearest letter of the rack
+  // their cross words allow, times the square's factors.
+  int crossMost[kSize + 1], crossedMost[kSize + 1];
+  crossMost[0] = crossedMost[0] = 0;
   const Premium* premiums = &kPremium[size_t(row * kSize)];
   for (int x = 0; x < kSize; ++x) {
     const Square& s = line[x];
@@ -926,6 +935,7 @@ void ExactMoves::AddStrips(bool down, int row) {
           break;
         }
     crossMost[x + 1] = crossMost[x] + most * premiums[x].letter * premiums[x].word;
+    crossedMost[x + 1] = crossedMost[x] + most * premiums[x].letter;
   }
   const int lineIndex = (down ? kSize : 0) + row;
   const std::vector<StripShape>& shapes = shapes_[size_t(lineIndex)];
@@ -944,10 +954,13 @@ void ExactMoves::AddStrips(bool down, int row) {
       if (!known.any) continue;
       top = known.top;
     }
-    const int cross = crossMost[Count(c, kEndColumn)] - crossMost[Count(c, kFirstColumn)];
-    const int bound = MainBoundOf(c, top) + cross;
+    const int first = Count(c, kFirstColumn), end = Count(c, kEndColumn);
+    const int cross = crossMost[end] - crossMost[first], crossed = crossedMost[end] - crossedMost[first];
+    const int bound = MainBoundOf(c, top, crossed) + cross;
     const int bucket = std::min(bound, kBuckets - 1);
-    entries[used] = Entry{bound, heads_[size_t(bucket)], int16_t(cross), uint8_t(lineIndex), uint8_t(index), false};
+    entries[used] = Entry{
+        bound, heads_[size_t(bucket)], int16_t(cross), int16_t(crossed), uint8_t(lineIndex), uint8_t(index),
+        false};
     heads_[size_t(bucket)] = used++;
     topBucket = std::max(topBucket, bucket);
   }
@@ -962,6 +975,7 @@ ExactMoves::Strip ExactMoves::StripOf(const Entry& entry) const {
   strip.boardKey = shape.boardKey;
   strip.counts = c;
   strip.crossMost = entry.crossMost;
+  strip.crossedMost = entry.crossedMost;
   strip.free = uint8_t(Count(c, kFreeSquares));
   strip.factor = int16_t(WordFactorOf(c));
   strip.fixed = int16_t(Count(c, kBoardPoints) * strip.factor + Count(c, kCrossPoints) +
@@ -1120,8 +1134,7 @@ void ExactMoves::ListHits(Known& known, uint64_t boardKey) {
       uint32_t pairs[26];
       PairCompletions(letters, pairs, false);
       for (int l = 0; l < 26; ++l)
-        for (uint32_t ms = pairs[l]; ms; ms &= ms - 1)
-          AddHit(known, way, l, __builtin_ctz(ms));
+        for (uint32_t ms = pairs[l]; ms; ms &= ms - 1) AddHit(known, way, l, __builtin_ctz(ms));
     }
 }
 
@@ -1168,7 +1181,7 @@ int ExactMoves::Refine(const Strip& strip) {
   weights[strip.free] = 0;
   int bound = strip.fixed;
   for (int j = 1; j <= strip.free; ++j) bound += (weights[j - 1] - weights[j]) * known.top[j];
-  return std::min(bound, MainBoundOf(strip.counts, known.top) + strip.crossMost);
+  return std::min(bound, MainBoundOf(strip.counts, known.top, strip.crossedMost) + strip.crossMost);
 }
 
 void ExactMoves::SearchStrip(const Strip& strip) {

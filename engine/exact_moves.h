@@ -160,6 +160,7 @@ class ExactMoves {
     uint64_t boardKey;  // the board's letters in it
     uint64_t counts;    // its shape's counts
     int crossMost;      // the most its cross words may bring with the rack
+    int crossedMost;    // ... its crossed squares, in its main word (without the word factor)
     int16_t fixed;      // the points that do not hang on the tiles laid
     int16_t factor;     // its word factor
     bool down;
@@ -171,9 +172,10 @@ class ExactMoves {
   struct Entry {
     int32_t bound;
     int32_t next;
-    int16_t crossMost;  // the most its cross words may bring with the rack
-    uint8_t line;   // its row (down after across)
-    uint8_t shape;  // its shape in the row's
+    int16_t crossMost;    // the most its cross words may bring with the rack
+    int16_t crossedMost;  // ... its crossed squares, in its main word (without the word factor)
+    uint8_t line;         // its row (down after across)
+    uint8_t shape;        // its shape in the row's
     bool refined;
   };
 
@@ -272,7 +274,7 @@ class ExactMoves {
   int8_t tileLetter_[7] = {};
   uint32_t alikeBefore_ = 0;  // bit i: tile i is the letter of tile i - 1
   uint8_t wayCount_[8] = {};
-  uint8_t ways_[8][35] = {};  // by number of tiles, those without a blank first
+  uint8_t ways_[8][35] = {};      // by number of tiles, those without a blank first
   uint8_t realWayCount_[8] = {};  // the ways without a blank
   uint64_t wayKey_[128] = {};
   uint32_t wayLetters_[128] = {};
