@@ -511,10 +511,10 @@ void ExactMoves::PrepareSquares(const char* board, bool down, bool firstPlay, ui
           if (s.anchor) s.cross = CrossSet(board, x, y, kAllLetters, s.crossSum, s.crossed);
         }
       }
-      // A row whose stretches change (by its tiles and its cross words'
-      // tiles, not by the letters these allow) has them made again.
-      if (s.crossSum != kept.crossSum || s.crossed != kept.crossed || s.tile != kept.tile ||
-          s.tileValue != kept.tileValue)
+      // A row whose stretches change (by its tiles, its cross words' tiles
+      // and the letters these allow) has them made again.
+      if (s.crossSum != kept.crossSum || s.crossed != kept.crossed || s.cross != kept.cross ||
+          s.tile != kept.tile || s.tileValue != kept.tileValue)
         shapesDirty_[down ? 1 : 0] |= 1u << y;
       kept = s;
     }
@@ -852,12 +852,15 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
   // From each square: the nearest square a play must cover (a tile, a
   // free square with a tile above or below, or the centre of the first
   // play).
-  int touch[kSize + 1];
-  touch[kSize] = kSize;
+  // The nearest free square no letter may fill (its cross word allows
+  // none), that no play covers.
+  int touch[kSize + 1], dead[kSize + 1];
+  touch[kSize] = dead[kSize] = kSize;
   for (int x = kSize - 1; x >= 0; --x) {
     const Square& s = line[x];
     const bool here = firstPlay ? row == kCentre && x == kCentre : s.tile >= 0 || s.crossed;
     touch[x] = here ? x : touch[x + 1];
+    dead[x] = s.tile < 0 && !s.cross ? x : dead[x + 1];
   }
   // Up to each square, from the left: the squares counted and the board's
   // letters; the squares a word may end on (the next free or the edge), and
@@ -894,9 +897,9 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
   for (int start = 0; start < kSize; ++start) {
     if (start > 0 && line[start - 1].tile >= 0) continue;  // the word would begin further left
     // Ends from the first square a play must cover to before the free
-    // square one beyond seven tiles.
+    // square one beyond seven tiles, or before a square no letter fills.
     const int freeBefore = Count(counts[start], kFreeSquares);
-    const int last = freeBefore + 7 < freeCount ? frees[freeBefore + 7] : kSize;
+    const int last = std::min(freeBefore + 7 < freeCount ? frees[freeBefore + 7] : kSize, dead[start]);
     if (touch[start] >= last) continue;
     for (uint32_t es = ends & ((1u << last) - 1u) >> touch[start] << touch[start]; es; es &= es - 1) {
       const int e = __builtin_ctz(es);
