@@ -214,6 +214,17 @@ constexpr std::array<uint8_t, 128> MakeTileCounts() {
 constexpr std::array<uint8_t, 128> kTileCount = MakeTileCounts();
 int TilesOf(uint32_t way) { return kTileCount[way & 127u]; }
 
+// The rack's few tiles in order, with little code.
+template <typename T, typename Before>
+void InsertionSort(T* items, int count, Before before) {
+  for (int i = 1; i < count; ++i) {
+    const T item = items[i];
+    int j = i;
+    for (; j > 0 && before(item, items[j - 1]); --j) items[j] = items[j - 1];
+    items[j] = item;
+  }
+}
+
 constexpr int kBuckets = 512;  // the last takes every bound above
 
 // The squares of a stretch counted in one number, a field for each count:
@@ -304,7 +315,7 @@ void ExactMoves::TakeRack(std::string_view rack) {
   blanks_ = 0;
   rackSize_ = 0;
   rackLetters_ = 0;
-  int values[16] = {};  // (room for the sort's own threshold)
+  int values[7] = {};
   for (const char c : rack) {
     if (rackSize_ == 7) break;
     int letter = -1;
@@ -323,7 +334,7 @@ void ExactMoves::TakeRack(std::string_view rack) {
   }
   inRack_ = count_;
   rackBlanks_ = blanks_;
-  std::sort(values, values + rackSize_, [](int a, int b) { return a > b; });
+  InsertionSort(values, rackSize_, [](int a, int b) { return a > b; });
   topValues_[0] = 0;
   for (int k = 0; k < 7; ++k) topValues_[k + 1] = topValues_[k] + (k < rackSize_ ? values[k] : 0);
   highest_ = rackSize_ > 0 ? values[0] : 0;
@@ -331,7 +342,7 @@ void ExactMoves::TakeRack(std::string_view rack) {
 
   // The tiles by value, highest first, alike letters side by side, blanks
   // last; the ways of taking some of them, each set of letters once.
-  std::sort(tileLetter_, tileLetter_ + rackSize_, [](int8_t a, int8_t b) {
+  InsertionSort(tileLetter_, rackSize_, [](int8_t a, int8_t b) {
     const int va = a < 0 ? -1 : Value(a), vb = b < 0 ? -1 : Value(b);
     return va != vb ? va > vb : a > b;
   });
