@@ -873,6 +873,8 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
     touch[x] = here ? x : touch[x + 1];
     dead[x] = s.tile < 0 && !s.cross ? x : dead[x + 1];
   }
+  uint16_t& crossed = crossedSquares_[size_t((down ? kSize : 0) + row)];
+  crossed = 0;
   // Up to each square, from the left: the squares counted and the board's
   // letters; the squares a word may end on (the next free or the edge), and
   // the free squares in order.
@@ -893,9 +895,10 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
       c = uint64_t(1) << kFreeSquares | uint64_t(p.letter == 2) << kDoubleLetters |
           uint64_t(p.letter == 3) << kTripleLetters | uint64_t(p.word == 2) << kDoubleWords |
           uint64_t(p.word == 3) << kTripleWords;
-      if (s.crossed)
+      if (s.crossed) {
         c += uint64_t(1) << kCrossedSquares | uint64_t(s.crossSum * p.word) << kCrossPoints;
-      else
+        crossed = uint16_t(crossed | 1u << x);
+      } else
         c += uint64_t(p.letter == 2) << kOpenDoubleLetters | uint64_t(p.letter == 3) << kOpenTripleLetters;
       frees[freeCount++] = x;
     }
@@ -928,30 +931,32 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
 }
 
 void ExactMoves::AddStrips(bool down, int row) {
-  // The free squares no letter of the rack may fill.
-  const Square* line = &squares_[down ? 1 : 0][size_t(row * kSize)];
-  uint32_t blocked = 0;
-  for (int x = 0; x < kSize; ++x)
-    if (line[x].tile < 0 && !(line[x].cross & usable_)) blocked |= 1u << x;
-  // Up to each square, what the crossed squares may bring at most, in
-  // their cross words and in the row's: the dearest letter of the rack
-  // their cross words allow, times the square's factors.
-  int crossMost[kSize + 1], crossedMost[kSize + 1];
-  crossMost[0] = crossedMost[0] = 0;
-  const Premium* premiums = &kPremium[size_t(row * kSize)];
-  for (int x = 0; x < kSize; ++x) {
-    const Square& s = line[x];
-    int most = 0;
-    if (s.tile < 0 && s.crossed)
-      for (int j = 0; j < byValueCount_; ++j)
-        if ((s.cross >> byValue_[j]) & 1u) {
-          most = Value(byValue_[j]);
-          break;
-        }
-    crossMost[x + 1] = crossMost[x] + most * premiums[x].letter * premiums[x].word;
-    crossedMost[x + 1] = crossedMost[x] + most * premiums[x].letter;
-  }
+  // Of the free squares with tiles above or below (the others take any
+  // letter), those no letter of the rack may fill; and up to each square,
+  // what they may bring at most, in their cross words and in the row's:
+  // the dearest letter of the rack their cross words allow, times the
+  // square's factors.
   const int lineIndex = (down ? kSize : 0) + row;
+  const Square* line = &squares_[down ? 1 : 0][size_t(row * kSize)];
+  const Premium* premiums = &kPremium[size_t(row * kSize)];
+  uint32_t blocked = 0;
+  int crossMost[kSize + 1] = {}, crossedMost[kSize + 1] = {};
+  for (uint32_t xs = crossedSquares_[size_t(lineIndex)]; xs; xs &= xs - 1) {
+    const int x = __builtin_ctz(xs);
+    const uint32_t cross = line[x].cross;
+    if (!(cross & usable_)) blocked |= 1u << x;
+    for (int j = 0; j < byValueCount_; ++j)
+      if ((cross >> byValue_[j]) & 1u) {
+        const int most = Value(byValue_[j]) * premiums[x].letter;
+        crossMost[x + 1] = most * premiums[x].word;
+        crossedMost[x + 1] = most;
+        break;
+      }
+  }
+  for (int x = 0; x < kSize; ++x) {
+    crossMost[x + 1] += crossMost[x];
+    crossedMost[x + 1] += crossedMost[x];
+  }
   const std::vector<StripShape>& shapes = shapes_[size_t(lineIndex)];
   Entry* entries = entries_.data();
   int used = entryCount_, topBucket = topBucket_;

@@ -299,6 +299,7 @@ class ExactMoves {
   };
   std::array<std::vector<ShapeWeights>, 2 * 15> shapeWeights_;
   uint32_t shapesDirty_[2] = {(1u << 15) - 1u, (1u << 15) - 1u};
+  std::array<uint16_t, 2 * 15> crossedSquares_{};  // of each row, the free squares with a tile above or below
   // The stretches of the best mode, and for each bound the last pushed.
   std::vector<Entry> entries_ = std::vector<Entry>(2 * 15 * 15 * 15);  // room for every shape
   int entryCount_ = 0;
