@@ -386,32 +386,60 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
   TakeRack(rack);
   if (rackSize_ == 0 || graph_.Empty()) return;
 
-  // The squares of both ways; from the board of the last call, only the
-  // columns (and, the other way, the rows) where a square changed, and
-  // those beside them.
-  constexpr uint32_t kAllLines = (1u << kSize) - 1u;
-  uint32_t columns = kAllLines, rows = kAllLines;
+  // The squares of both ways (by row the columns to make again; down, on
+  // the board turned through its diagonal). From the board of the last
+  // call, only those whose state may have changed: a square changed, the
+  // squares beside it, and those of its column (across) and of its row
+  // (down) through the tiles next to it, on either board, to the first
+  // free square each way (their cross words).
+  uint16_t across[kSize], down[kSize];
   const void* graphNow = &graph_.At(0);
   if (preparedFor_ != graphNow || preparedNodes_ != graph_.NodeCount()) crossSlots_.fill(CrossSlot{});
+  bool changed = true;
   if (!(prepared_ && preparedFirst_ == firstPlay && preparedFor_ == graphNow &&
         preparedNodes_ == graph_.NodeCount())) {
-    shapesDirty_[0] = shapesDirty_[1] = kAllLines;
+    std::fill(std::begin(across), std::end(across), uint16_t((1u << kSize) - 1u));
+    std::fill(std::begin(down), std::end(down), uint16_t((1u << kSize) - 1u));
+    shapesDirty_[0] = shapesDirty_[1] = (1u << kSize) - 1u;
   } else {
-    columns = rows = 0;
-    for (int i = 0; i < 225; ++i)
-      if (squares[i] != preparedBoard_[size_t(i)]) {
-        columns |= 7u << (i % kSize) >> 1;
-        rows |= 7u << (i / kSize) >> 1;
+    std::fill(std::begin(across), std::end(across), uint16_t(0));
+    std::fill(std::begin(down), std::end(down), uint16_t(0));
+    changed = false;
+    const auto occupied = [&](int x, int y) { return squares[y * kSize + x] || preparedBoard_[size_t(y * kSize + x)]; };
+    for (int i = 0; i < 225; ++i) {
+      if (squares[i] == preparedBoard_[size_t(i)]) continue;
+      changed = true;
+      const int x = i % kSize, y = i / kSize;
+      across[y] = uint16_t(across[y] | (7u << x >> 1));
+      down[x] = uint16_t(down[x] | (7u << y >> 1));
+      for (int r = y - 1; r >= 0; --r) {
+        across[r] = uint16_t(across[r] | 1u << x);
+        if (!occupied(x, r)) break;
       }
-    columns &= kAllLines;
-    rows &= kAllLines;
+      for (int r = y + 1; r < kSize; ++r) {
+        across[r] = uint16_t(across[r] | 1u << x);
+        if (!occupied(x, r)) break;
+      }
+      for (int c = x - 1; c >= 0; --c) {
+        down[c] = uint16_t(down[c] | 1u << y);
+        if (!occupied(c, y)) break;
+      }
+      for (int c = x + 1; c < kSize; ++c) {
+        down[c] = uint16_t(down[c] | 1u << y);
+        if (!occupied(c, y)) break;
+      }
+    }
+    for (int line = 0; line < kSize; ++line) {
+      across[line] &= uint16_t((1u << kSize) - 1u);
+      down[line] &= uint16_t((1u << kSize) - 1u);
+    }
   }
-  if (columns) {
-    PrepareSquares(squares, false, firstPlay, columns);
+  if (changed) {
+    PrepareSquares(squares, false, firstPlay, across);
     char turned[225];
     for (int y = 0; y < kSize; ++y)
       for (int x = 0; x < kSize; ++x) turned[y * kSize + x] = squares[x * kSize + y];
-    PrepareSquares(turned, true, firstPlay, rows);
+    PrepareSquares(turned, true, firstPlay, down);
     std::copy(squares, squares + 225, preparedBoard_.begin());
   }
   prepared_ = true;
@@ -499,12 +527,14 @@ uint32_t ExactMoves::CrossWalk(const char* board, int x, int y, int top, int bot
   return allowed;
 }
 
-void ExactMoves::PrepareSquares(const char* board, bool down, bool firstPlay, uint32_t columns) {
-  // The squares of the columns asked for (the others stand as they were
-  // for the board before), every letter a cross word allows.
+void ExactMoves::PrepareSquares(const char* board, bool down, bool firstPlay, const uint16_t* redo) {
+  // The squares asked for (the others stand as they were for the board
+  // before), every letter a cross word allows.
   std::array<Square, 225>& squares = squares_[down ? 1 : 0];
-  for (int y = 0; y < kSize; ++y)
-    for (uint32_t xs = columns; xs; xs &= xs - 1) {
+  uint32_t& rows = rowsWithAnchors_[down ? 1 : 0];
+  for (int y = 0; y < kSize; ++y) {
+    if (!redo[y]) continue;
+    for (uint32_t xs = redo[y]; xs; xs &= xs - 1) {
       const int x = __builtin_ctz(xs);
       Square& kept = squares[size_t(y * kSize + x)];
       const char c = board[y * kSize + x];
@@ -529,14 +559,13 @@ void ExactMoves::PrepareSquares(const char* board, bool down, bool firstPlay, ui
         shapesDirty_[down ? 1 : 0] |= 1u << y;
       kept = s;
     }
-  uint32_t& rows = rowsWithAnchors_[down ? 1 : 0];
-  rows = 0;
-  for (int y = 0; y < kSize; ++y)
+    rows &= ~(1u << y);
     for (int x = 0; x < kSize; ++x)
       if (squares[size_t(y * kSize + x)].anchor) {
         rows |= 1u << y;
         break;
       }
+  }
 }
 
 void ExactMoves::EnterRow(bool down, int row) {

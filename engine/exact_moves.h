@@ -43,9 +43,10 @@
 // leave a branch as soon as it cannot reach the best play.
 //
 // The squares (cross-word letters and points, anchors) of the board of the
-// last call are kept: only the lines where a square changed, and those
-// beside them, are made again; so are the stretches of each row, made
-// again only when the row's tiles or its cross words' tiles changed. The
+// last call are kept: only those a changed square may change are made
+// again (beside it, and along its column and row to the first free square
+// each way); so are the stretches of each row, made again only when the
+// row's tiles, its cross words' tiles or their letters changed. The
 // letters allowed between given tiles above and below are kept by those
 // tiles from board to board. The big tables live in 2 MB pages where the
 // system gives them.
@@ -181,7 +182,7 @@ class ExactMoves {
 
   void Run(const char* squares, bool firstPlay, std::string_view rack, Mode mode);
   void TakeRack(std::string_view rack);
-  void PrepareSquares(const char* board, bool down, bool firstPlay, uint32_t columns);
+  void PrepareSquares(const char* board, bool down, bool firstPlay, const uint16_t* redo);
   uint32_t CrossSet(const char* board, int x, int y, uint32_t candidates, int16_t& sum, bool& crossed);
   uint32_t CrossWalk(const char* board, int x, int y, int top, int bottom) const;
   void EnterRow(bool down, int row);

@@ -230,6 +230,40 @@ TEST(ExactMoves, FindsWhatTheBruteForceFindsOnBoardsGrownAtRandomFromASmallList)
   EXPECT_GT(withBlanksOnBoard, 100);  // blanks stood on the boards too
 }
 
+TEST(ExactMoves, KeepsNothingOfABoardLeftWhenPlaysAreTakenBackOrBoardsComeInAnyOrder) {
+  // One generator goes along games, then back through their boards and
+  // across them in any order (as an undo, or an analysis of another game,
+  // asks it): it lists what a new one lists, and its best heads its list.
+  const std::vector<std::string> words = SmallList();
+  const Lexicon lexicon = SmallLexicon(words);
+  ExactMoves kept(lexicon.Graph());
+  Rng rng(11);
+  std::vector<std::pair<BoardSquares, bool>> boards;
+  for (int game = 0; game < 6; ++game) {
+    BoardSquares board{};
+    bool first = true;
+    for (int turn = 0; turn < 14; ++turn) {
+      boards.emplace_back(board, first);
+      const std::vector<ExactPlay>& list = kept.All(board.data(), first, RandomRack(rng, int(rng.Below(3))));
+      if (list.empty()) continue;
+      Lay(board, list[rng.Below(uint32_t(list.size()))]);
+      first = false;
+    }
+  }
+  std::vector<size_t> order;
+  for (size_t i = boards.size(); i-- > 0;) order.push_back(i);  // every play taken back in turn
+  for (size_t i = 0; i < boards.size(); ++i) order.push_back(rng.Below(uint32_t(boards.size())));
+  for (const size_t i : order) {
+    const auto& [board, first] = boards[i];
+    const std::string rack = RandomRack(rng, int(rng.Below(3)));
+    const std::string what = "board " + std::to_string(i) + " rack " + rack;
+    ExactMoves fresh(lexicon.Graph());
+    ExpectSamePlays(Generated(fresh, board, first, rack), Generated(kept, board, first, rack), what);
+    ExpectBestHeadsTheList(kept, board, first, rack, what);
+    if (::testing::Test::HasFailure()) return;
+  }
+}
+
 // Boards of games the designed search played with the real list.
 std::vector<Turn> GameTurns() {
   std::vector<Turn> turns;
