@@ -1094,7 +1094,7 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
   Known& known = known_[size_t(knownUsed_++)];
   known.ways[0] = known.ways[1] = 0;
   known.tooMany = false;
-  known.listed = true;
+  known.unlisted[0] = known.unlisted[1] = 0;
   known.hitCount = 0;
   const auto hit = [this, &known](uint32_t way, int first, int second) {
     known.ways[way >> 6] |= 1ull << (way & 63);
@@ -1142,7 +1142,7 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
     for (int w = 0; w < realWayCount_[k - 2]; ++w) {
       const uint32_t way = uint32_t(ways_[k - 2][w]) | 3u << realTiles;
       known.ways[way >> 6] |= 1ull << (way & 63);
-      known.listed = false;
+      known.unlisted[way >> 6] |= 1ull << (way & 63);
     }
   // For each count of tiles, the most the highest of them are worth in a
   // way that makes a word.
@@ -1169,18 +1169,20 @@ void ExactMoves::AddHit(Known& known, uint32_t way, int first, int second) {
   known.hits[known.hitCount++] = Hit{uint8_t(way), {int8_t(first), int8_t(second)}};
 }
 
-void ExactMoves::ListHits(Known& known, uint64_t boardKey) {
-  // The letters of the two blanks of the ways that were only known to make
-  // some word: each pair of letters that makes one.
-  known.listed = true;
-  const uint32_t real = (1u << (rackSize_ - rackBlanks_)) - 1u;
+void ExactMoves::ListHits(Known& known, const Strip& strip) {
+  // The letters of the two blanks of the ways that were only taken to make
+  // some word: each pair of letters that makes one; of the ways that can
+  // reach the best play in this stretch (the others are left for another
+  // stretch of the same letters, where they may).
+  int weights[7];
+  StripWeights(strip, weights);
   for (int half = 0; half < 2 && !known.tooMany; ++half)
-    for (uint64_t ways = known.ways[half]; ways && !known.tooMany; ways &= ways - 1) {
+    for (uint64_t ways = known.unlisted[half]; ways && !known.tooMany; ways &= ways - 1) {
       const uint32_t way = uint32_t(half * 64 + __builtin_ctzll(ways));
-      if (TilesOf(way & ~real) < 2) continue;  // listed already
-      const uint64_t letters = boardKey + wayKey_[way];
+      if (haveBest_ && strip.fixed + WayWorth(way, weights) < best_.points) continue;
+      known.unlisted[half] &= ~(1ull << (way & 63));
       uint32_t pairs[26];
-      PairCompletions(letters, pairs, false);
+      PairCompletions(strip.boardKey + wayKey_[way], pairs, false);
       for (int l = 0; l < 26; ++l)
         for (uint32_t ms = pairs[l]; ms; ms &= ms - 1) AddHit(known, way, l, __builtin_ctz(ms));
     }
@@ -1240,7 +1242,7 @@ void ExactMoves::SearchStrip(const Strip& strip) {
   stripFactor_ = factor;
   const int k = strip.free;
   Known& known = KnownFor(strip.boardKey, k);
-  if (!known.listed) ListHits(known, strip.boardKey);
+  if (known.unlisted[0] | known.unlisted[1]) ListHits(known, strip);
   if (!known.tooMany) {
     SolveHits(known, strip);
     return;

@@ -202,7 +202,7 @@ class ExactMoves {
   struct Known;
   Known& KnownFor(uint64_t boardKey, int k);
   void AddHit(Known& known, uint32_t way, int first, int second);
-  void ListHits(Known& known, uint64_t boardKey);
+  void ListHits(Known& known, const Strip& strip);
   void StripWeights(const Strip& strip, int* weights);
   int WayWorth(uint32_t way, const int* weights) const;
   int Refine(const Strip& strip);
@@ -319,7 +319,7 @@ class ExactMoves {
     uint64_t ways[2] = {};
     bool any = false;      // some way makes a word
     int top[8] = {};       // top[j]: the most j tiles of a way that makes a word are worth
-    bool listed = true;    // every hit listed, or more than kHits of them
+    uint64_t unlisted[2] = {};  // ways with two blanks whose hits are not listed yet
     bool tooMany = false;  // more than kHits
     uint8_t hitCount = 0;
     Hit hits[kHits];
