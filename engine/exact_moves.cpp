@@ -231,19 +231,21 @@ constexpr int kBuckets = 512;  // the last takes every bound above
 // the counts of a stretch are the difference of two sums from the row's left
 // edge (a row has 15 squares: no field overflows into the next).
 enum CountField : int {
-  kFreeSquares = 0,         // free squares (4 bits)
-  kDoubleLetters = 4,       // free squares that double their letter (4 bits)
-  kTripleLetters = 8,       // ... triple it (4 bits)
-  kDoubleWords = 12,        // ... double the word (4 bits)
-  kTripleWords = 16,        // ... triple it (4 bits)
-  kCrossedSquares = 20,     // free squares between tiles above and below (4 bits)
-  kOpenDoubleLetters = 24,  // free squares that double their letter, not crossed (4 bits)
-  kOpenTripleLetters = 28,  // ... triple it (4 bits)
-  kBoardPoints = 32,        // the board's tiles in the stretch (8 bits: at most 150)
-  kCrossPoints = 40,        // the tiles above and below crossed squares, times their word factors (14 bits)
-  kFirstColumn = 54,        // (kept with a stretch's counts: its first column, 4 bits)
-  kEndColumn = 58,          // (... and the column after its last, 4 bits)
+  kFreeSquares = 0,                 // free squares (4 bits)
+  kTripleLetters = 4,               // ... that triple their letter (4 bits)
+  kDoubleOrTripleLetters = 8,       // ... that double or triple it (4 bits)
+  kOpenTripleLetters = 12,          // free squares not crossed that triple their letter (4 bits)
+  kOpenDoubleOrTripleLetters = 16,  // ... that double or triple it (4 bits)
+  kOpenSquares = 20,                // free squares not crossed (4 bits)
+  kDoubleWords = 24,                // free squares that double the word (4 bits)
+  kTripleWords = 28,                // ... triple it (4 bits)
+  kCrossedSquares = 32,             // free squares between tiles above and below (4 bits)
+  kBoardPoints = 36,                // the board's tiles in the stretch (8 bits: at most 150)
+  kCrossPoints = 44,  // the tiles above and below crossed squares, times their word factors (14 bits)
 };
+// (A shape takes the counts of its bound as three bytes, as they lie.)
+static_assert(kFreeSquares == 0 && kTripleLetters == 4 && kDoubleOrTripleLetters == 8 &&
+              kOpenTripleLetters == 12 && kOpenDoubleOrTripleLetters == 16 && kOpenSquares == 20);
 int Count(uint64_t counts, CountField field) {
   const int bits = field == kBoardPoints ? 8 : field == kCrossPoints ? 14 : 4;
   return int(counts >> field) & ((1 << bits) - 1);
@@ -264,34 +266,21 @@ constexpr std::array<int16_t, 256> MakeWordFactors() {
 constexpr std::array<int16_t, 256> kWordFactors = MakeWordFactors();
 int WordFactorOf(uint64_t counts) { return kWordFactors[size_t(counts >> kDoubleWords) & 255u]; }
 
-// The squares of a stretch by its first and end columns as its counts keep
-// them (bits kFirstColumn on: end << 4 | first).
-constexpr std::array<uint16_t, 256> MakeSpans() {
-  std::array<uint16_t, 256> spans{};
-  for (int end = 0; end < 16; ++end)
-    for (int first = 0; first < end; ++first)
-      spans[size_t(end << 4 | first)] = uint16_t(((1u << end) - 1u) >> first << first);
-  return spans;
-}
-constexpr std::array<uint16_t, 256> kSpans = MakeSpans();
-uint32_t SquaresOf(uint64_t counts) { return kSpans[size_t(counts >> kFirstColumn) & 255u]; }
+}  // namespace
 
-inline int MainBoundOf(uint64_t counts, const int* top, int crossedMost) {
+inline int ExactMoves::MainBoundOf(const StripShape& shape, const int* top, int crossedMost) {
   // The most a stretch's plays may be worth, less what the tiles laid add
   // to cross words, when the sum of the j dearest tiles laid is at most
   // top[j]: the dearest on the squares that triple their letter, then on
   // those that double it; or the dearest so on the squares not crossed,
   // and on the crossed ones, at most `crossedMost` in all (each letter
   // times its square's factor), what their cross words allow.
-  const int k = Count(counts, kFreeSquares), open = k - Count(counts, kCrossedSquares);
-  const int n3 = Count(counts, kTripleLetters), n32 = n3 + Count(counts, kDoubleLetters);
-  const int o3 = Count(counts, kOpenTripleLetters), o32 = o3 + Count(counts, kOpenDoubleLetters);
-  const int letters = std::min(top[n3] + top[n32] + top[k], top[o3] + top[o32] + top[open] + crossedMost);
-  return (Count(counts, kBoardPoints) + letters) * WordFactorOf(counts) + Count(counts, kCrossPoints) +
-         (k == 7 ? kBonus : 0);
+  const int all = top[shape.kN3 >> 4] + top[shape.n32O3 & 15] + top[shape.kN3 & 15];
+  const int open = top[shape.n32O3 >> 4] + top[shape.o32Open & 15] + top[shape.o32Open >> 4] + crossedMost;
+  return shape.fixed + shape.factor * std::min(all, open);
 }
 
-}  // namespace
+namespace {}  // namespace
 
 ExactMoves::ExactMoves(const WordGraph& graph) : graph_(graph) {}
 
@@ -405,7 +394,9 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
     std::fill(std::begin(across), std::end(across), uint16_t(0));
     std::fill(std::begin(down), std::end(down), uint16_t(0));
     changed = false;
-    const auto occupied = [&](int x, int y) { return squares[y * kSize + x] || preparedBoard_[size_t(y * kSize + x)]; };
+    const auto occupied = [&](int x, int y) {
+      return squares[y * kSize + x] || preparedBoard_[size_t(y * kSize + x)];
+    };
     for (int i = 0; i < 225; ++i) {
       if (squares[i] == preparedBoard_[size_t(i)]) continue;
       changed = true;
@@ -921,19 +912,19 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
       if (x > 0) ends &= ~(1u << (x - 1));
     } else {
       const Premium p = premiums[x];
-      c = uint64_t(1) << kFreeSquares | uint64_t(p.letter == 2) << kDoubleLetters |
-          uint64_t(p.letter == 3) << kTripleLetters | uint64_t(p.word == 2) << kDoubleWords |
+      const uint64_t letters = uint64_t(p.letter == 3) << kTripleLetters | uint64_t(p.letter >= 2)
+                                                                               << kDoubleOrTripleLetters;
+      c = uint64_t(1) << kFreeSquares | letters | uint64_t(p.word == 2) << kDoubleWords |
           uint64_t(p.word == 3) << kTripleWords;
       if (s.crossed) {
         c += uint64_t(1) << kCrossedSquares | uint64_t(s.crossSum * p.word) << kCrossPoints;
         crossed = uint16_t(crossed | 1u << x);
       } else
-        c += uint64_t(p.letter == 2) << kOpenDoubleLetters | uint64_t(p.letter == 3) << kOpenTripleLetters;
+        c += letters << (kOpenTripleLetters - kTripleLetters) | uint64_t(1) << kOpenSquares;
       frees[freeCount++] = x;
     }
     counts[x + 1] = counts[x] + c;
   }
-  static_assert(kSize < 16, "a column is kept in 4 bits");
   StripShape made[kSize * kSize];
   int madeCount = 0;
   const int fewest = firstPlay ? 2 : 1;  // tiles a play lays
@@ -951,8 +942,16 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
       if (e == start || k < fewest) continue;
       // One tile with a tile above or below it makes a play down.
       if (!down && k == 1 && Count(c, kCrossedSquares) == 1) continue;
-      made[madeCount++] = StripShape{keys[e + 1] - keys[start],
-                                     c | uint64_t(start) << kFirstColumn | uint64_t(e + 1) << kEndColumn};
+      const int factor = WordFactorOf(c);
+      StripShape& shape = made[madeCount++];
+      shape.boardKey = keys[e + 1] - keys[start];
+      shape.fixed = int16_t(Count(c, kBoardPoints) * factor + Count(c, kCrossPoints) + (k == 7 ? kBonus : 0));
+      shape.squares = uint16_t(((1u << (e + 1)) - 1u) >> start << start);
+      shape.factor = uint8_t(factor);
+      // (the counts of the bound, as the fields lie)
+      shape.kN3 = uint8_t(c);
+      shape.n32O3 = uint8_t(c >> 8);
+      shape.o32Open = uint8_t(c >> 16);
     }
   }
   shapes.assign(made, made + madeCount);
@@ -990,21 +989,21 @@ void ExactMoves::AddStrips(bool down, int row) {
   Entry* entries = entries_.data();
   int used = entryCount_, topBucket = topBucket_;
   for (size_t index = 0; index < shapes.size(); ++index) {
-    const uint64_t c = shapes[index].counts;
-    const int k = Count(c, kFreeSquares);
-    if ((SquaresOf(c) & blocked) || k > rackSize_) continue;
+    const StripShape& shape = shapes[index];
+    const int k = shape.Free();
+    if ((shape.squares & blocked) || k > rackSize_) continue;
     // The plays of every tile: only when the rack's ways make a word with
     // these board letters, and for what these ways bring. The others are
     // weighed by the rack's highest tiles until their turn comes.
     const int* top = topValues_;
     if (k == 7) {
-      const Known& known = KnownFor(shapes[index].boardKey, k);
+      const Known& known = KnownFor(shape.boardKey, k);
       if (!known.any) continue;
       top = known.top;
     }
-    const int first = Count(c, kFirstColumn), end = Count(c, kEndColumn);
+    const int first = __builtin_ctz(shape.squares), end = 32 - __builtin_clz(shape.squares);
     const int cross = crossMost[end] - crossMost[first], crossed = crossedMost[end] - crossedMost[first];
-    const int bound = MainBoundOf(c, top, crossed) + cross;
+    const int bound = MainBoundOf(shape, top, crossed) + cross;
     const int bucket = std::min(bound, kBuckets - 1);
     entries[used] = Entry{
         bound, heads_[size_t(bucket)], int16_t(cross), int16_t(crossed), uint8_t(lineIndex), uint8_t(index),
@@ -1018,20 +1017,18 @@ void ExactMoves::AddStrips(bool down, int row) {
 
 ExactMoves::Strip ExactMoves::StripOf(const Entry& entry) const {
   const StripShape& shape = shapes_[entry.line][entry.shape];
-  const uint64_t c = shape.counts;
   Strip strip;
   strip.boardKey = shape.boardKey;
-  strip.counts = c;
+  strip.shape_ = shape;
   strip.crossMost = entry.crossMost;
   strip.crossedMost = entry.crossedMost;
-  strip.free = uint8_t(Count(c, kFreeSquares));
-  strip.factor = int16_t(WordFactorOf(c));
-  strip.fixed = int16_t(Count(c, kBoardPoints) * strip.factor + Count(c, kCrossPoints) +
-                        (strip.free == 7 ? kBonus : 0));
+  strip.free = uint8_t(shape.Free());
+  strip.factor = shape.factor;
+  strip.fixed = shape.fixed;
   strip.down = entry.line >= kSize;
   strip.row = uint8_t(entry.line % kSize);
-  strip.start = uint8_t(Count(c, kFirstColumn));
-  strip.end = uint8_t(Count(c, kEndColumn));
+  strip.start = uint8_t(__builtin_ctz(shape.squares));
+  strip.end = uint8_t(32 - __builtin_clz(shape.squares));
   strip.shape = entry.shape;
   return strip;
 }
@@ -1071,7 +1068,7 @@ int ExactMoves::SpotsFor(uint64_t boardKey, int k, FilterSpot* spots) const {
 
 void ExactMoves::AskAheadFor(const Entry& entry) {
   const StripShape& shape = shapes_[entry.line][entry.shape];
-  const int k = Count(shape.counts, kFreeSquares);
+  const int k = shape.Free();
   const uint64_t key = shape.boardKey << 3 | uint64_t(k);
   if (KnownSlotFor(key).stamp == knownStamp_) return;
   for (const Asked& a : asked_)
@@ -1231,7 +1228,7 @@ int ExactMoves::Refine(const Strip& strip) {
   weights[strip.free] = 0;
   int bound = strip.fixed;
   for (int j = 1; j <= strip.free; ++j) bound += (weights[j - 1] - weights[j]) * known.top[j];
-  return std::min(bound, MainBoundOf(strip.counts, known.top, strip.crossedMost) + strip.crossMost);
+  return std::min(bound, MainBoundOf(strip.shape_, known.top, strip.crossedMost) + strip.crossMost);
 }
 
 void ExactMoves::SearchStrip(const Strip& strip) {

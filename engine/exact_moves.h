@@ -155,11 +155,23 @@ class ExactMoves {
     bool down;
     uint8_t row, column, leftLimit;
   };
+  // The board's part of a stretch (see MakeShapes).
+  struct StripShape {
+    uint64_t boardKey;  // the board's letters in it
+    int16_t fixed;      // the points that do not hang on the tiles laid
+    uint16_t squares;   // bit x: column x is in it
+    uint8_t factor;     // its word factor
+    // Its free squares (k), those that triple and double or triple their
+    // letter (n3, n32), the same of those not crossed (o3, o32) and the
+    // free squares not crossed (open), four bits each.
+    uint8_t kN3, n32O3, o32Open;
+    int Free() const { return kN3 & 15; }
+  };
   // A stretch of a row that a play of the best mode may cover exactly: from
   // `start` to before `end`, with `free` squares to fill.
   struct Strip {
     uint64_t boardKey;  // the board's letters in it
-    uint64_t counts;    // its shape's counts
+    StripShape shape_;  // its shape
     int crossMost;      // the most its cross words may bring with the rack
     int crossedMost;    // ... its crossed squares, in its main word (without the word factor)
     int16_t fixed;      // the points that do not hang on the tiles laid
@@ -199,6 +211,7 @@ class ExactMoves {
   void AddStrips(bool down, int row);
   void Push(int entry);
   Strip StripOf(const Entry& entry) const;
+  static int MainBoundOf(const StripShape& shape, const int* top, int crossedMost);
   struct Known;
   Known& KnownFor(uint64_t boardKey, int k);
   void AddHit(Known& known, uint32_t way, int first, int second);
@@ -287,10 +300,6 @@ class ExactMoves {
   // The stretches a play may cover, as the board makes them, by row (down
   // after across), kept while the row's squares stand; the rows to make
   // again (bit by row, across and down).
-  struct StripShape {
-    uint64_t boardKey;  // the board's letters in it
-    uint64_t counts;    // its squares counted, its first and last columns (see CountField)
-  };
   std::array<std::vector<StripShape>, 2 * 15> shapes_;
   // For each shape, what a point of a tile is worth on each of its free
   // squares (in the word and in its cross word), heaviest first, once told.
@@ -317,10 +326,10 @@ class ExactMoves {
   static constexpr int kHits = 128;
   struct Known {
     uint64_t ways[2] = {};
-    bool any = false;      // some way makes a word
-    int top[8] = {};       // top[j]: the most j tiles of a way that makes a word are worth
+    bool any = false;           // some way makes a word
+    int top[8] = {};            // top[j]: the most j tiles of a way that makes a word are worth
     uint64_t unlisted[2] = {};  // ways with two blanks whose hits are not listed yet
-    bool tooMany = false;  // more than kHits
+    bool tooMany = false;       // more than kHits
     uint8_t hitCount = 0;
     Hit hits[kHits];
   };
