@@ -1285,9 +1285,13 @@ void ExactMoves::SolveHits(const Known& known, const Strip& strip) {
   uint64_t keys[kHits];
   int bounds[kHits], count = 0;
   const size_t mask = anagramSlots_.size() - 1;
+  int lastWay = -1, bound = 0;
   for (int h = 0; h < known.hitCount; ++h) {
     const Hit& hit = known.hits[h];
-    const int bound = strip.fixed + WayWorth(hit.way, weights);
+    if (hit.way != lastWay) {  // (the hits of a way come together)
+      lastWay = hit.way;
+      bound = strip.fixed + WayWorth(hit.way, weights);
+    }
     if (haveBest_ && bound < best_.points) continue;
     uint64_t key = strip.boardKey + wayKey_[hit.way];
     for (const int8_t b : hit.blank)
