@@ -251,6 +251,25 @@ int Count(uint64_t counts, CountField field) {
   return int(counts >> field) & ((1 << bits) - 1);
 }
 
+// The counts of a free square, by its premiums: crossed (its cross word's
+// tiles left out) and not.
+constexpr std::array<uint64_t, 225> MakeFreeCounts(bool crossed) {
+  std::array<uint64_t, 225> counts{};
+  for (size_t square = 0; square < counts.size(); ++square) {
+    const Premium p = kPremium[square];
+    const uint64_t letters = uint64_t(p.letter == 3) << kTripleLetters | uint64_t(p.letter >= 2)
+                                                                             << kDoubleOrTripleLetters;
+    counts[square] = uint64_t(1) << kFreeSquares | letters | uint64_t(p.word == 2) << kDoubleWords |
+                     uint64_t(p.word == 3) << kTripleWords;
+    counts[square] += crossed
+                          ? uint64_t(1) << kCrossedSquares
+                          : letters << (kOpenTripleLetters - kTripleLetters) | uint64_t(1) << kOpenSquares;
+  }
+  return counts;
+}
+constexpr std::array<uint64_t, 225> kCrossedCounts = MakeFreeCounts(true);
+constexpr std::array<uint64_t, 225> kOpenCounts = MakeFreeCounts(false);
+
 // The word factor of a stretch by its counts of double and triple word
 // squares (a line holds three of each at most).
 constexpr std::array<int16_t, 256> MakeWordFactors() {
@@ -879,12 +898,10 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
   // rack's part is weighed at each search).
   std::vector<StripShape>& shapes = shapes_[size_t((down ? kSize : 0) + row)];
   const Square* line = &squares_[down ? 1 : 0][size_t(row * kSize)];
-  const Premium* premiums = &kPremium[size_t(row * kSize)];
   // From each square: the nearest square a play must cover (a tile, a
   // free square with a tile above or below, or the centre of the first
-  // play).
-  // The nearest free square no letter may fill (its cross word allows
-  // none), that no play covers.
+  // play), and the nearest free square no letter may fill (its cross word
+  // allows none), that no play covers.
   int touch[kSize + 1], dead[kSize + 1];
   touch[kSize] = dead[kSize] = kSize;
   for (int x = kSize - 1; x >= 0; --x) {
@@ -911,16 +928,13 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
       keys[x + 1] += kLetterKey[size_t(s.tile)];
       if (x > 0) ends &= ~(1u << (x - 1));
     } else {
-      const Premium p = premiums[x];
-      const uint64_t letters = uint64_t(p.letter == 3) << kTripleLetters | uint64_t(p.letter >= 2)
-                                                                               << kDoubleOrTripleLetters;
-      c = uint64_t(1) << kFreeSquares | letters | uint64_t(p.word == 2) << kDoubleWords |
-          uint64_t(p.word == 3) << kTripleWords;
+      const size_t square = size_t(row * kSize + x);
       if (s.crossed) {
-        c += uint64_t(1) << kCrossedSquares | uint64_t(s.crossSum * p.word) << kCrossPoints;
+        c = kCrossedCounts[square] + (uint64_t(s.crossSum * kPremium[square].word) << kCrossPoints);
         crossed = uint16_t(crossed | 1u << x);
-      } else
-        c += letters << (kOpenTripleLetters - kTripleLetters) | uint64_t(1) << kOpenSquares;
+      } else {
+        c = kOpenCounts[square];
+      }
       frees[freeCount++] = x;
     }
     counts[x + 1] = counts[x] + c;
