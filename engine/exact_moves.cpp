@@ -999,13 +999,18 @@ void ExactMoves::AddStrips(bool down, int row) {
     crossMost[x + 1] += crossMost[x];
     crossedMost[x + 1] += crossedMost[x];
   }
+  // (what the loop reads and writes held apart, so that no write is taken
+  // to change what it reads)
   const std::vector<StripShape>& shapes = shapes_[size_t(lineIndex)];
-  Entry* entries = entries_.data();
+  const StripShape* const first = shapes.data();
+  const int count = int(shapes.size()), rackSize = rackSize_;
+  Entry* const entries = entries_.data();
+  int32_t* const heads = heads_.data();
   int used = entryCount_, topBucket = topBucket_;
-  for (size_t index = 0; index < shapes.size(); ++index) {
-    const StripShape& shape = shapes[index];
+  for (int index = 0; index < count; ++index) {
+    const StripShape& shape = first[index];
     const int k = shape.Free();
-    if ((shape.squares & blocked) || k > rackSize_) continue;
+    if ((shape.squares & blocked) || k > rackSize) continue;
     // The plays of every tile: only when the rack's ways make a word with
     // these board letters, and for what these ways bring. The others are
     // weighed by the rack's highest tiles until their turn comes.
@@ -1015,14 +1020,13 @@ void ExactMoves::AddStrips(bool down, int row) {
       if (!known.any) continue;
       top = known.top;
     }
-    const int first = __builtin_ctz(shape.squares), end = 32 - __builtin_clz(shape.squares);
-    const int cross = crossMost[end] - crossMost[first], crossed = crossedMost[end] - crossedMost[first];
+    const int from = __builtin_ctz(shape.squares), to = 32 - __builtin_clz(shape.squares);
+    const int cross = crossMost[to] - crossMost[from], crossed = crossedMost[to] - crossedMost[from];
     const int bound = MainBoundOf(shape, top, crossed) + cross;
     const int bucket = std::min(bound, kBuckets - 1);
-    entries[used] = Entry{
-        bound, heads_[size_t(bucket)], int16_t(cross), int16_t(crossed), uint8_t(lineIndex), uint8_t(index),
-        false};
-    heads_[size_t(bucket)] = used++;
+    entries[used] = Entry{bound,          heads[bucket], int16_t(cross), int16_t(crossed), uint8_t(lineIndex),
+                          uint8_t(index), false};
+    heads[bucket] = used++;
     topBucket = std::max(topBucket, bucket);
   }
   entryCount_ = used;
