@@ -1024,8 +1024,13 @@ void ExactMoves::AddStrips(bool down, int row) {
     const int cross = crossMost[to] - crossMost[from], crossed = crossedMost[to] - crossedMost[from];
     const int bound = MainBoundOf(shape, top, crossed) + cross;
     const int bucket = std::min(bound, kBuckets - 1);
-    entries[used] = Entry{bound,          heads[bucket], int16_t(cross), int16_t(crossed), uint8_t(lineIndex),
-                          uint8_t(index), false};
+    entries[used] = Entry{.bound = bound,
+                          .next = heads[bucket],
+                          .crossMost = int16_t(cross),
+                          .crossedMost = int16_t(crossed),
+                          .line = uint8_t(lineIndex),
+                          .shape = uint8_t(index),
+                          .refined = false};
     heads[bucket] = used++;
     topBucket = std::max(topBucket, bucket);
   }
