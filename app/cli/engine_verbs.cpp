@@ -1,4 +1,5 @@
 // Verbs on the board engine: solve, score, bench.
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <fstream>
@@ -50,6 +51,8 @@ BoardSquares ReadBoardFile(const std::string& path) {
 std::string SearchRack(const std::string& arg) {
   std::string rack = CheckedRack(arg);
   if (rack.size() > 7) throw UsageError("rack '" + arg + "': at most 7 tiles");
+  if (std::count(rack.begin(), rack.end(), '?') > 2)
+    throw UsageError("rack '" + arg + "': at most 2 blanks (the bag holds two)");
   for (char& c : rack) c = LowerAscii(c);
   return rack;
 }

@@ -96,6 +96,8 @@ TEST_F(CommandLine, BadInputGetsOneLineAndStatusTwo) {
                                              {"solve", "abc", "--board", "/nonexistent/board"},
                                              {"solve", "ab1"},
                                              {"solve", "abcdefgh"},
+                                             {"solve", "???abcd"},
+                                             {"analyse", "??a?"},
                                              {"solve", "abc", "--seed", "x"},
                                              {"score", "maison", "H4"},
                                              {"score", "--board", board, "maison", "Z4"},
