@@ -853,8 +853,20 @@ void ExactMoves::RunBest(bool firstPlay) {
         MakeShapes(down, row, firstPlay);
         dirty &= ~(1u << row);
       }
-      if ((rowsWithAnchors_[down ? 1 : 0] >> row) & 1u) AddStrips(down, row);
     }
+  // The stretches of seven tiles are weighed by what the filters say of the
+  // whole rack with their board letters: those lines asked of the memory
+  // together first.
+  if (rackSize_ == 7) {
+    FilterSpot spots[35];
+    for (int line = 0; line < 2 * kSize; ++line)
+      if ((rowsWithAnchors_[line / kSize] >> (line % kSize)) & 1u)
+        for (const StripShape& shape : shapes_[size_t(line)])
+          if (shape.Free() == 7) SpotsFor(shape.boardKey, 7, spots);
+  }
+  for (const bool down : {false, true})
+    for (int row = 0; row < kSize; ++row)
+      if ((rowsWithAnchors_[down ? 1 : 0] >> row) & 1u) AddStrips(down, row);
   stats_.strips = entryCount_;
   for (int bucket = topBucket_; bucket >= 0; --bucket) {
     if (haveBest_ && bucket < best_.points && bucket < kBuckets - 1) break;
