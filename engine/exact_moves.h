@@ -26,21 +26,28 @@
 //
 // The best play is sought otherwise. Every stretch of a row that a play may
 // cover exactly (from the edge or a free square to a free square or the
-// edge, touching a tile, with no more free squares than tiles) is weighed by
-// the most its plays could be worth, and the stretches are searched the most
-// promising first, until none can reach the best play found. Before a
-// stretch is searched its weight is made closer: only the ways of taking
-// tiles from the rack that make a word of its length with its board letters
-// count (the letters of every word, as multisets, are kept in a filter made
-// at the first search, and for every word less one letter, the letters left
-// out, in a second filter that tells them all in one read: what a blank may
-// stand for). When a stretch with two blanks is searched, the letters they
-// may stand for are sought too, and the
-// stretch is searched through a table of every word by its letters: the
-// words of each multiset that can still reach the best play are laid where
-// they fit. Only when there are too many such multisets does a walk follow
-// the word graph, where a word of exactly the stretch's length goes on, and
-// leave a branch as soon as it cannot reach the best play.
+// edge, touching a tile, with no more free squares than tiles, and no free
+// square that no letter fills) is weighed by the most its plays could be
+// worth (the rack's dearest tiles on the heaviest squares, each square
+// between tiles above and below by the dearest letter of the rack its cross
+// word allows), and the stretches are searched the most promising first,
+// until none can reach the best play found. Before a stretch is searched
+// its weight is made closer: only the ways of taking tiles from the rack
+// that make a word of its length with its board letters count (the letters
+// of every word, as multisets, are kept in a filter made at the first
+// search; and for every word less one letter, the letters left out, in a
+// second filter that tells them all in one read: with a blank on the rack,
+// each way is found from the way less its last tile, and what the blank may
+// stand for with it). Ways with two blanks are taken to make a word until
+// their stretch is searched; then the letters they may stand for are sought,
+// for the ways that can reach the best play there. A stretch is searched
+// through a table of every word by its letters: the words of each multiset
+// that can still reach the best play are laid where they fit. Only when
+// there are too many such multisets does a walk follow the word graph,
+// where a word of exactly the stretch's length goes on, and leave a branch
+// as soon as it cannot reach the best play. The filters' lines a stretch
+// will read are asked of the memory ahead (those of the seven-tile
+// stretches all together, the next stretch's while one is weighed).
 //
 // The squares (cross-word letters and points, anchors) of the board of the
 // last call are kept: only those a changed square may change are made
