@@ -345,7 +345,6 @@ void ExactMoves::TakeRack(std::string_view rack) {
   InsertionSort(values, rackSize_, [](int a, int b) { return a > b; });
   topValues_[0] = 0;
   for (int k = 0; k < 7; ++k) topValues_[k + 1] = topValues_[k] + (k < rackSize_ ? values[k] : 0);
-  highest_ = rackSize_ > 0 ? values[0] : 0;
   if (mode_ != Mode::Best) return;
 
   // The tiles by value, highest first, alike letters side by side, blanks
@@ -805,22 +804,12 @@ const ExactMoves::AnagramSlot* ExactMoves::Anagrams(uint64_t key) const {
   return nullptr;
 }
 
-void ExactMoves::PrefetchCompletions(uint64_t letters) const {
-  AskAhead(completions_[CompletionOf(letters, completions_.size()).at].bits);
-}
-
 inline uint32_t ExactMoves::CompletionsAt(size_t lineIndex, uint64_t h) const {
   const uint64_t* line = completions_[lineIndex].bits;
   return uint32_t(std::rotr(line[CompletionWord(h, 0)], CompletionTurn(h, 0)) &
                   std::rotr(line[CompletionWord(h, 1)], CompletionTurn(h, 1)) &
                   std::rotr(line[CompletionWord(h, 2)], CompletionTurn(h, 2))) &
          kAllLetters;
-}
-
-uint32_t ExactMoves::Completions(uint64_t letters) {
-  ++stats_.lookups;
-  const FilterSpot spot = CompletionOf(letters, completions_.size());
-  return CompletionsAt(spot.at, spot.bits);
 }
 
 bool ExactMoves::PairCompletions(uint64_t letters, uint32_t* seconds, bool anyOnly) {
@@ -842,6 +831,7 @@ bool ExactMoves::PairCompletions(uint64_t letters, uint32_t* seconds, bool anyOn
 
 void ExactMoves::RunBest(bool firstPlay) {
   MakeGraphTables();
+  if (entries_.empty()) entries_.resize(2 * kSize * kShapesInRow);  // room for every shape
   entryCount_ = 0;
   heads_.assign(kBuckets, -1);
   topBucket_ = 0;
@@ -951,7 +941,7 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
     }
     counts[x + 1] = counts[x] + c;
   }
-  StripShape made[kSize * kSize];
+  StripShape made[kShapesInRow];
   int madeCount = 0;
   const int fewest = firstPlay ? 2 : 1;  // tiles a play lays
   for (int start = 0; start < kSize; ++start) {
@@ -1054,7 +1044,7 @@ ExactMoves::Strip ExactMoves::StripOf(const Entry& entry) const {
   const StripShape& shape = shapes_[entry.line][entry.shape];
   Strip strip;
   strip.boardKey = shape.boardKey;
-  strip.shape_ = shape;
+  strip.shape = shape;
   strip.crossMost = entry.crossMost;
   strip.crossedMost = entry.crossedMost;
   strip.free = uint8_t(shape.Free());
@@ -1064,7 +1054,7 @@ ExactMoves::Strip ExactMoves::StripOf(const Entry& entry) const {
   strip.row = uint8_t(entry.line % kSize);
   strip.start = uint8_t(__builtin_ctz(shape.squares));
   strip.end = uint8_t(32 - __builtin_clz(shape.squares));
-  strip.shape = entry.shape;
+  strip.shapeIndex = entry.shape;
   return strip;
 }
 
@@ -1224,7 +1214,7 @@ void ExactMoves::StripWeights(const Strip& strip, int* weights) {
   // What a point of a tile is worth on each free square (in the word and
   // in its cross word), heaviest first; told once for the stretch while
   // its row stands.
-  ShapeWeights& shape = shapeWeights_[size_t((strip.down ? kSize : 0) + strip.row)][strip.shape];
+  ShapeWeights& shape = shapeWeights_[size_t((strip.down ? kSize : 0) + strip.row)][strip.shapeIndex];
   if (!shape.weighed) {
     const Square* line = &squares_[strip.down ? 1 : 0][size_t(strip.row * kSize)];
     const Premium* premiums = &kPremium[size_t(strip.row * kSize)];
@@ -1263,7 +1253,7 @@ int ExactMoves::Refine(const Strip& strip) {
   weights[strip.free] = 0;
   int bound = strip.fixed;
   for (int j = 1; j <= strip.free; ++j) bound += (weights[j - 1] - weights[j]) * known.top[j];
-  return std::min(bound, MainBoundOf(strip.shape_, known.top, strip.crossedMost) + strip.crossMost);
+  return std::min(bound, MainBoundOf(strip.shape, known.top, strip.crossedMost) + strip.crossMost);
 }
 
 void ExactMoves::SearchStrip(const Strip& strip) {

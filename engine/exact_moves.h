@@ -178,14 +178,14 @@ class ExactMoves {
   // `start` to before `end`, with `free` squares to fill.
   struct Strip {
     uint64_t boardKey;  // the board's letters in it
-    StripShape shape_;  // its shape
-    int crossMost;      // the most its cross words may bring with the rack
-    int crossedMost;    // ... its crossed squares, in its main word (without the word factor)
-    int16_t fixed;      // the points that do not hang on the tiles laid
-    int16_t factor;     // its word factor
+    StripShape shape;
+    int crossMost;    // the most its cross words may bring with the rack
+    int crossedMost;  // ... its crossed squares, in its main word (without the word factor)
+    int16_t fixed;    // the points that do not hang on the tiles laid
+    int16_t factor;   // its word factor
     bool down;
     uint8_t row, start, end, free;
-    uint16_t shape;  // its shape in the row's
+    uint16_t shapeIndex;  // its shape in the row's
   };
   // A stretch waiting its turn with the most its plays could be worth, in
   // lists by that bound (`next`).
@@ -257,11 +257,9 @@ class ExactMoves {
     uint64_t bits[8] = {};
   };
   BigTable<CompletionLine> completions_;
-  // The letters l for which `letters` and l make some word (and, seldom,
-  // some that do not).
-  uint32_t Completions(uint64_t letters);
-  void PrefetchCompletions(uint64_t letters) const;
-  uint32_t CompletionsAt(size_t line, uint64_t hash) const;  // see CompletionOf
+  // The letters l for which the letters of a line's multiset and l make
+  // some word (and, seldom, some that do not): see CompletionOf.
+  uint32_t CompletionsAt(size_t line, uint64_t hash) const;
   // For each letter l, the letters m from l on for which `letters`, l and
   // m make some word (and, seldom, some that do not); whether there is any
   // (with `anyOnly`, the letters after the first l that has some are not
@@ -288,7 +286,6 @@ class ExactMoves {
   int8_t rackBlanks_ = 0;              // as drawn
   int rackSize_ = 0;
   int topValues_[8] = {};  // sums of the rack's highest values: topValues_[k] for the k highest
-  int highest_ = 0;        // the highest value on the rack
   // The rack's tiles by value, highest first (a blank is -1), the ways to
   // take some of them that differ in letters, and for each way the multiset
   // of its letters and the letters themselves.
@@ -318,7 +315,8 @@ class ExactMoves {
   uint32_t shapesDirty_[2] = {(1u << 15) - 1u, (1u << 15) - 1u};
   std::array<uint16_t, 2 * 15> crossedSquares_{};  // of each row, the free squares with a tile above or below
   // The stretches of the best mode, and for each bound the last pushed.
-  std::vector<Entry> entries_ = std::vector<Entry>(2 * 15 * 15 * 15);  // room for every shape
+  static constexpr int kShapesInRow = 15 * 16 / 2;  // a first and a last column at most
+  std::vector<Entry> entries_;
   int entryCount_ = 0;
   std::vector<int32_t> heads_;
   int topBucket_ = 0;  // the highest bucket pushed to
