@@ -415,28 +415,25 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
     const auto occupied = [&](int x, int y) {
       return squares[y * kSize + x] || preparedBoard_[size_t(y * kSize + x)];
     };
+    // From line `from` on by `step`, square `at` of each line, through the
+    // tiles of either board to the first free square (a column of the
+    // across lines, or a row of the down lines).
+    const auto spread = [&](uint16_t* lines, int from, int step, int at, bool column) {
+      for (int line = from; line >= 0 && line < kSize; line += step) {
+        lines[line] = uint16_t(lines[line] | 1u << at);
+        if (!(column ? occupied(at, line) : occupied(line, at))) break;
+      }
+    };
     for (int i = 0; i < 225; ++i) {
       if (squares[i] == preparedBoard_[size_t(i)]) continue;
       changed = true;
       const int x = i % kSize, y = i / kSize;
       across[y] = uint16_t(across[y] | (7u << x >> 1));
       down[x] = uint16_t(down[x] | (7u << y >> 1));
-      for (int r = y - 1; r >= 0; --r) {
-        across[r] = uint16_t(across[r] | 1u << x);
-        if (!occupied(x, r)) break;
-      }
-      for (int r = y + 1; r < kSize; ++r) {
-        across[r] = uint16_t(across[r] | 1u << x);
-        if (!occupied(x, r)) break;
-      }
-      for (int c = x - 1; c >= 0; --c) {
-        down[c] = uint16_t(down[c] | 1u << y);
-        if (!occupied(c, y)) break;
-      }
-      for (int c = x + 1; c < kSize; ++c) {
-        down[c] = uint16_t(down[c] | 1u << y);
-        if (!occupied(c, y)) break;
-      }
+      spread(across, y - 1, -1, x, true);
+      spread(across, y + 1, 1, x, true);
+      spread(down, x - 1, -1, y, false);
+      spread(down, x + 1, 1, y, false);
     }
     for (int line = 0; line < kSize; ++line) {
       across[line] &= uint16_t((1u << kSize) - 1u);
