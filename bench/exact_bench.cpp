@@ -17,16 +17,16 @@
 //     alone are counted)
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+#include <ctime>
+#include <string>
+#include <vector>
 #if __has_include(<valgrind/callgrind.h>)
 #include <valgrind/callgrind.h>
 #else
 #define CALLGRIND_START_INSTRUMENTATION
 #define CALLGRIND_STOP_INSTRUMENTATION
 #endif
-#include <cstdlib>
-#include <ctime>
-#include <string>
-#include <vector>
 
 #include "bench/seeded_game.h"
 #include "data/embedded_lexicon.h"
@@ -124,6 +124,7 @@ int main(int argc, char** argv) {
     // One way alone, many times over: for a profile.
     const bool best = std::string(only) == "best";
     const char* blanks = std::getenv("EXACT_BENCH_BLANKS");  // the positions with that many blanks only
+    const int onlyBlanks = blanks ? std::atoi(blanks) : -1;
     // With EXACT_BENCH_DESIGNED=1 the designed search runs before each
     // position, untimed, as in the whole bench (the caches as a game leaves them).
     const bool designedToo = std::getenv("EXACT_BENCH_DESIGNED") != nullptr;
@@ -135,7 +136,7 @@ int main(int argc, char** argv) {
       for (const Position& p : positions) {
         // The other positions are searched too, untimed: the searches keep
         // what they can from one board to the next, as along a game.
-        const bool timed = !blanks || p.blanks == std::atoi(blanks);
+        const bool timed = onlyBlanks < 0 || p.blanks == onlyBlanks;
         if (designedToo) {
           ClsPlateau board(lexicon, context);
           LoadBoard(board, p.board);
