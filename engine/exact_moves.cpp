@@ -199,10 +199,8 @@ inline FilterSpot CompletionOf(uint64_t key, size_t lines) {
 inline int CompletionWord(uint64_t hash, int i) { return int(hash >> (3 * i)) & 7; }
 inline int CompletionTurn(uint64_t hash, int i) { return int(hash >> (9 + 6 * i)) & 63; }
 
-// The first slot to look at for a multiset's key in the table of words.
-size_t AnagramSpot(uint64_t key, size_t mask) {
-  return size_t((key ^ (key >> 29)) * 0xD6E8FEB86659FD93ull >> 32) & mask;
-}
+// The hash of a multiset's key in the table of words.
+inline uint64_t AnagramHash(uint64_t key) { return (key ^ (key >> 29)) * 0xD6E8FEB86659FD93ull; }
 
 // The tiles of a way (a set of at most seven of the rack's): a table, as the
 // baseline processor has no instruction for it.
@@ -701,14 +699,14 @@ void ExactMoves::MakeGraphTables() {
   multisets_.assign(words, 0);
   // About seven letters left out a word, 32 bits of the filter for each.
   completions_.assign(std::max<size_t>(1024, graph_.WordCount() * 7 * 32 / 512), CompletionLine{});
-  // The words by multiset: each word's slot found as the walk meets it,
-  // then the words put in place slot by slot.
-  size_t slots = 1024;
-  while (slots < graph_.WordCount() + graph_.WordCount() / 4) slots *= 2;
-  anagramSlots_.assign(slots, AnagramSlot{});
+  // The words by multiset: each word's home and letters as the walk meets
+  // them, then the words laid in the order of their homes.
+  int homeBits = 10;
+  while ((size_t(1) << homeBits) < graph_.WordCount() + graph_.WordCount() / 3) ++homeBits;
+  anagramShift_ = 64 - homeBits;
   struct Met {
-    uint32_t slot;
-    std::array<int8_t, 16> letters;
+    uint64_t hash;
+    AnagramEntry entry;
   };
   std::vector<Met> met;
   met.reserve(graph_.WordCount());
@@ -716,9 +714,8 @@ void ExactMoves::MakeGraphTables() {
     const WordGraph& graph;
     BigTable<uint64_t>& whole;
     BigTable<CompletionLine>& less;
-    BigTable<AnagramSlot>& slots;
     std::vector<Met>& met;
-    std::array<int8_t, 16> word{};
+    int8_t word[15] = {};
     static void Set(BigTable<uint64_t>& filter, uint64_t key) {
       const FilterSpot spot = SpotOf(key, filter.size() - 1);
       filter[spot.at] |= spot.bits;
@@ -758,47 +755,50 @@ void ExactMoves::MakeGraphTables() {
           const int out = __builtin_ctz(in);
           SetLetter(CompletionOf(whole_key - kLetterKey[size_t(out)], less.size()), out);
         }
-        const size_t mask = slots.size() - 1;
-        size_t i = AnagramSpot(whole_key, mask);
-        while (slots[i].count && slots[i].key != whole_key) i = (i + 1) & mask;
-        slots[i].key = whole_key;
-        ++slots[i].count;
-        word[size_t(depth)] = int8_t(last);
-        word[15] = int8_t(depth + 1);
-        met.push_back(Met{uint32_t(i), word});
+        word[depth] = int8_t(last);
+        Met m{AnagramHash(whole_key), {}};
+        m.entry.letters = uint64_t(depth + 1) << 60;
+        for (int i = 0; i <= depth; ++i) {
+          if (i < 12) m.entry.letters |= uint64_t(word[i]) << (5 * i);
+          else m.entry.more |= uint32_t(word[i]) << (5 * (i - 12));
+        }
+        m.entry.tag = uint32_t(m.hash);
+        met.push_back(m);
       }
       for (uint32_t children = n.children; children; children &= children - 1) {
         const int letter = __builtin_ctz(children);
-        word[size_t(depth)] = int8_t(letter);
+        word[depth] = int8_t(letter);
         Walk(graph.Child(node, letter), depth + 1, key + kLetterKey[size_t(letter)],
              letters | (1u << letter));
       }
     }
   };
-  Walker walker{graph_, multisets_, completions_, anagramSlots_, met};
+  Walker walker{graph_, multisets_, completions_, met};
   walker.Walk(graph_.Root(), 0, 0, 0);
   walker.Flush();
-  uint32_t first = 0;
-  for (AnagramSlot& slot : anagramSlots_) {
-    slot.first = first;
-    first += slot.count;
-  }
-  anagramWords_.resize(first);
+  // (by home: counted, then each word in its place)
+  const int shift = anagramShift_;
+  std::vector<uint32_t> starts((size_t(1) << homeBits) + 1, 0);
+  for (const Met& m : met) ++starts[size_t(m.hash >> shift) + 1];
+  for (size_t h = 1; h < starts.size(); ++h) starts[h] += starts[h - 1];
+  std::vector<AnagramEntry> byHome(met.size());
+  std::vector<uint32_t> homes(met.size());
   for (const Met& m : met) {
-    AnagramSlot& slot = anagramSlots_[m.slot];
-    anagramWords_[slot.first++] = m.letters;
+    const uint32_t at = starts[size_t(m.hash >> shift)]++;
+    byHome[at] = m.entry;
+    homes[at] = uint32_t(m.hash >> shift);
   }
-  for (AnagramSlot& slot : anagramSlots_) slot.first -= slot.count;
-}
-
-const ExactMoves::AnagramSlot* ExactMoves::Anagrams(uint64_t key) const {
-  const size_t mask = anagramSlots_.size() - 1;
-  size_t i = AnagramSpot(key, mask);
-  while (anagramSlots_[i].count) {
-    if (anagramSlots_[i].key == key) return &anagramSlots_[i];
-    i = (i + 1) & mask;
+  // The table ends past its last home as far as the words need, with free
+  // places after them (a read asks for the line after a home's too).
+  anagrams_.assign((size_t(1) << homeBits) + 4, AnagramEntry{});
+  size_t at = 0;
+  for (size_t i = 0; i < byHome.size(); ++i) {
+    at = std::max(at, size_t(homes[i]));
+    if (at + 4 >= anagrams_.size()) anagrams_.resize(at + 5);
+    anagrams_[at] = byHome[i];
+    anagrams_[at].more |= uint32_t(at - homes[i]) << 16;
+    ++at;
   }
-  return nullptr;
 }
 
 inline uint32_t ExactMoves::CompletionsAt(size_t lineIndex, uint64_t h) const {
@@ -1302,11 +1302,10 @@ void ExactMoves::SolveHits(const Known& known, const Strip& strip) {
   const int length = end_ - start_, k = strip.free;
   int weights[7];
   StripWeights(strip, weights);
-  // The multisets worth looking at, their slots and words asked of the
-  // memory all at once before any is read.
-  uint64_t keys[kHits];
+  // The multisets worth looking at, their places in the table of words
+  // asked of the memory all at once before any is read.
+  uint64_t hashes[kHits];
   int bounds[kHits], count = 0;
-  const size_t mask = anagramSlots_.size() - 1;
   int lastWay = -1, bound = 0;
   for (int h = 0; h < known.hitCount; ++h) {
     const Hit& hit = known.hits[h];
@@ -1318,21 +1317,24 @@ void ExactMoves::SolveHits(const Known& known, const Strip& strip) {
     uint64_t key = strip.boardKey + wayKey_[hit.way];
     for (const int8_t b : hit.blank)
       if (b >= 0) key += kLetterKey[size_t(b)];
-    AskAhead(&anagramSlots_[AnagramSpot(key, mask)]);
-    keys[count] = key;
+    hashes[count] = AnagramHash(key);
+    const size_t home = size_t(hashes[count] >> anagramShift_);
+    AskAhead(&anagrams_[home]);
+    AskAhead(&anagrams_[home + 3]);  // (the line after, when the words go on into it)
     bounds[count++] = bound;
   }
-  const AnagramSlot* slots[kHits];
   for (int c = 0; c < count; ++c) {
-    slots[c] = Anagrams(keys[c]);
-    if (slots[c]) AskAhead(&anagramWords_[slots[c]->first]);
-  }
-  for (int c = 0; c < count; ++c) {
-    const AnagramSlot* slot = slots[c];
-    if (!slot || (haveBest_ && bounds[c] < best_.points)) continue;
-    for (uint32_t w = slot->first; w < slot->first + slot->count; ++w) {
-      const std::array<int8_t, 16>& word = anagramWords_[w];
-      if (word[15] != length) continue;
+    if (haveBest_ && bounds[c] < best_.points) continue;
+    // The words from the home on (past those of homes before it) while
+    // their home is this one.
+    const size_t home = size_t(hashes[c] >> anagramShift_);
+    const uint32_t tag = uint32_t(hashes[c]);
+    for (size_t at = home;; ++at) {
+      const AnagramEntry& word = anagrams_[at];
+      if (!word.letters) break;
+      const size_t itsHome = at - (word.more >> 16);
+      if (itsHome > home) break;
+      if (itsHome < home || word.tag != tag || int(word.letters >> 60) != length) continue;
       ++stats_.steps;
       // The word fits the board's letters and the cross words, and the
       // rack has its other letters (a blank for those it lacks).
@@ -1340,7 +1342,7 @@ void ExactMoves::SolveHits(const Known& known, const Strip& strip) {
       int blanks = rackBlanks_, mainSum = 0, crossTotal = 0, x = start_;
       for (; x < end_; ++x) {
         const Square& s = line_[x];
-        const int letter = word[size_t(x - start_)];
+        const int letter = LetterAt(word, x - start_);
         if (s.tile >= 0) {
           if (letter != s.tile) break;
           mainSum += s.tileValue;
@@ -1360,7 +1362,7 @@ void ExactMoves::SolveHits(const Known& known, const Strip& strip) {
       }
       if (x < end_) continue;
       for (x = start_; x < end_; ++x) {
-        letter_[x] = word[size_t(x - start_)];
+        letter_[x] = int8_t(LetterAt(word, x - start_));
         laid_[x] = line_[x].tile < 0;
       }
       Record(end_, mainSum, stripFactor_, crossTotal, k);

@@ -265,16 +265,21 @@ class ExactMoves {
   // (with `anyOnly`, the letters after the first l that has some are not
   // told).
   bool PairCompletions(uint64_t letters, uint32_t* seconds, bool anyOnly);
-  // Every word by the multiset of its letters: the words of one multiset
-  // side by side (letters 0 = A, the length in the last byte), found by the
-  // multiset's key.
-  struct AnagramSlot {
-    uint64_t key = 0;
-    uint32_t first = 0, count = 0;  // count 0: a free slot
+  // Every word by the multiset of its letters, in one table: a word's home
+  // is told by a hash of its multiset, and the words lie in the order of
+  // their homes, each at its home or the first free place after it. The
+  // words of a multiset are thus side by side from its home on, most often
+  // in the line of memory of the home: one read finds them.
+  struct AnagramEntry {
+    uint64_t letters = 0;  // letters 0 to 11 (0 = A), 5 bits each; the length in the top 4 bits (0: free)
+    uint32_t more = 0;     // letters 12 to 14; from bit 16, how far past its home it lies
+    uint32_t tag = 0;      // 32 bits of the hash of its multiset
   };
-  BigTable<AnagramSlot> anagramSlots_;
-  BigTable<std::array<int8_t, 16>> anagramWords_;
-  const AnagramSlot* Anagrams(uint64_t key) const;
+  BigTable<AnagramEntry> anagrams_;
+  static int LetterAt(const AnagramEntry& word, int i) {
+    return int(i < 12 ? word.letters >> (5 * i) : word.more >> (5 * (i - 12))) & 31;
+  }
+  int anagramShift_ = 64;  // a hash's home: its bits from this one up
 
   // The rack: the letters left, and the blanks that letters beyond them
   // take (which tiles are the blanks is chosen when a play is kept).
