@@ -285,7 +285,7 @@ int WordFactorOf(uint64_t counts) { return kWordFactors[size_t(counts >> kDouble
 
 }  // namespace
 
-inline int ExactMoves::MainBoundOf(const StripShape& shape, const int* top, int crossedMost) {
+inline int ExactMoves::MainBoundOf(const StripShape& shape, const int16_t* top, int crossedMost) {
   // The most a stretch's plays may be worth, less what the tiles laid add
   // to cross words, when the sum of the j dearest tiles laid is at most
   // top[j]: the dearest on the squares that triple their letter, then on
@@ -342,7 +342,7 @@ void ExactMoves::TakeRack(std::string_view rack) {
   rackBlanks_ = blanks_;
   InsertionSort(values, rackSize_, [](int a, int b) { return a > b; });
   topValues_[0] = 0;
-  for (int k = 0; k < 7; ++k) topValues_[k + 1] = topValues_[k] + (k < rackSize_ ? values[k] : 0);
+  for (int k = 0; k < 7; ++k) topValues_[k + 1] = int16_t(topValues_[k] + (k < rackSize_ ? values[k] : 0));
   if (mode_ != Mode::Best) return;
 
   // The tiles by value, highest first, alike letters side by side, blanks
@@ -828,7 +828,10 @@ bool ExactMoves::PairCompletions(uint64_t letters, uint32_t* seconds, bool anyOn
 
 void ExactMoves::RunBest(bool firstPlay) {
   MakeGraphTables();
-  if (entries_.empty()) entries_.resize(2 * kSize * kShapesInRow);  // room for every shape
+  if (entries_.empty()) {
+    entries_.resize(2 * kSize * kShapesInRow);  // room for every shape
+    hits_.resize(2 * known_.size() * kHits);    // room for every one's, and some moved
+  }
   entryCount_ = 0;
   heads_.assign(kBuckets, -1);
   topBucket_ = 0;
@@ -1013,7 +1016,7 @@ void ExactMoves::AddStrips(bool down, int row) {
     // The plays of every tile: only when the rack's ways make a word with
     // these board letters, and for what these ways bring. The others are
     // weighed by the rack's highest tiles until their turn comes.
-    const int* top = topValues_;
+    const int16_t* top = topValues_;
     if (k == 7) {
       const Known& known = KnownFor(shape.boardKey, k);
       if (!known.any) continue;
@@ -1058,15 +1061,17 @@ ExactMoves::Strip ExactMoves::StripOf(const Entry& entry) const {
 void ExactMoves::NewKnownTable() {
   if (++knownStamp_ == 0) {
     for (KnownSlot& slot : knownSlots_) slot.stamp = 0;
+    for (Asked& asked : asked_) asked.stamp = 0;
     knownStamp_ = 1;
   }
   knownUsed_ = 0;
+  hitsUsed_ = 0;
 }
 
 ExactMoves::KnownSlot& ExactMoves::KnownSlotFor(uint64_t key) {
   const size_t mask = knownSlots_.size() - 1;
   size_t at = size_t((key ^ (key >> 31)) * 0x9E3779B97F4A7C15ull >> 50) & mask;
-  while (knownSlots_[at].stamp == knownStamp_ && knownSlots_[at].key != key) at = (at + 1) & mask;
+  while (knownSlots_[at].stamp == knownStamp_ && known_[knownSlots_[at].known].key != key) at = (at + 1) & mask;
   return knownSlots_[at];
 }
 
@@ -1109,11 +1114,13 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
   if (knownUsed_ == int(known_.size())) NewKnownTable();
   KnownSlot& slot = KnownSlotFor(key);
   if (slot.stamp == knownStamp_) return known_[slot.known];
-  slot = KnownSlot{key, knownStamp_, uint32_t(knownUsed_)};
+  slot = KnownSlot{knownStamp_, uint16_t(knownUsed_)};
   Known& known = known_[size_t(knownUsed_++)];
+  known.key = key;
   known.ways[0] = known.ways[1] = 0;
   known.tooMany = false;
   known.unlisted[0] = known.unlisted[1] = 0;
+  known.hitsFrom = uint32_t(hitsUsed_);
   known.hitCount = 0;
   const auto hit = [this, &known](uint32_t way, int first, int second) {
     known.ways[way >> 6] |= 1ull << (way & 63);
@@ -1174,18 +1181,27 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
         const int tile = __builtin_ctz(bits);
         sum += tileLetter_[tile] >= 0 ? Value(tileLetter_[tile]) : 0;
         ++j;
-        known.top[j] = std::max(known.top[j], sum);
+        known.top[j] = int16_t(std::max<int>(known.top[j], sum));
       }
     }
   return known;
 }
 
 void ExactMoves::AddHit(Known& known, uint32_t way, int first, int second) {
-  if (known.hitCount == kHits) {
+  // (its hits taken to the end of the table first, when others were put
+  // after them, so that they can grow)
+  const bool atEnd = known.hitsFrom + known.hitCount == uint32_t(hitsUsed_);
+  if (known.hitCount == kHits || size_t(hitsUsed_ + (atEnd ? 0 : known.hitCount)) >= hits_.size()) {
     known.tooMany = true;
     return;
   }
-  known.hits[known.hitCount++] = Hit{uint8_t(way), {int8_t(first), int8_t(second)}};
+  if (!atEnd) {
+    std::copy_n(&hits_[known.hitsFrom], known.hitCount, &hits_[size_t(hitsUsed_)]);
+    known.hitsFrom = uint32_t(hitsUsed_);
+    hitsUsed_ += known.hitCount;
+  }
+  hits_[size_t(hitsUsed_++)] = Hit{uint8_t(way), {int8_t(first), int8_t(second)}};
+  ++known.hitCount;
 }
 
 void ExactMoves::ListHits(Known& known, const Strip& strip) {
@@ -1308,7 +1324,7 @@ void ExactMoves::SolveHits(const Known& known, const Strip& strip) {
   int bounds[kHits], count = 0;
   int lastWay = -1, bound = 0;
   for (int h = 0; h < known.hitCount; ++h) {
-    const Hit& hit = known.hits[h];
+    const Hit& hit = hits_[known.hitsFrom + size_t(h)];
     if (hit.way != lastWay) {  // (the hits of a way come together)
       lastWay = hit.way;
       bound = strip.fixed + WayWorth(hit.way, weights);

@@ -218,7 +218,7 @@ class ExactMoves {
   void AddStrips(bool down, int row);
   void Push(int entry);
   Strip StripOf(const Entry& entry) const;
-  static int MainBoundOf(const StripShape& shape, const int* top, int crossedMost);
+  static int MainBoundOf(const StripShape& shape, const int16_t* top, int crossedMost);
   struct Known;
   Known& KnownFor(uint64_t boardKey, int k);
   void AddHit(Known& known, uint32_t way, int first, int second);
@@ -290,7 +290,7 @@ class ExactMoves {
   int8_t blanks_ = 0;                  // blanks not yet taken
   int8_t rackBlanks_ = 0;              // as drawn
   int rackSize_ = 0;
-  int topValues_[8] = {};  // sums of the rack's highest values: topValues_[k] for the k highest
+  int16_t topValues_[8] = {};  // sums of the rack's highest values: topValues_[k] for the k highest
   // The rack's tiles by value, highest first (a blank is -1), the ways to
   // take some of them that differ in letters, and for each way the multiset
   // of its letters and the letters themselves.
@@ -328,29 +328,32 @@ class ExactMoves {
   // What is known of the words a stretch needs: for its board letters and
   // its number of free squares, the ways of the rack that make a word, and
   // the words' letters themselves (a way and the letters of its blanks),
-  // unless there are too many of them to follow.
+  // unless there are too many of them to follow. One line of memory each;
+  // the hits of all side by side in a table of their own.
   struct Hit {
     uint8_t way;
     int8_t blank[2];
   };
   static constexpr int kHits = 128;
-  struct Known {
+  struct alignas(64) Known {
+    uint64_t key = 0;  // its board letters and number of tiles (see KnownFor)
     uint64_t ways[2] = {};
-    bool any = false;           // some way makes a word
-    int top[8] = {};            // top[j]: the most j tiles of a way that makes a word are worth
     uint64_t unlisted[2] = {};  // ways with two blanks whose hits are not listed yet
-    bool tooMany = false;       // more than kHits
+    int16_t top[8] = {};        // top[j]: the most j tiles of a way that makes a word are worth
+    uint32_t hitsFrom = 0;      // its hits in hits_
     uint8_t hitCount = 0;
-    Hit hits[kHits];
+    bool any = false;      // some way makes a word
+    bool tooMany = false;  // more than kHits, or more than hits_ holds
   };
   std::array<Known, 256> known_{};
   int knownUsed_ = 0;
+  std::vector<Hit> hits_;
+  int hitsUsed_ = 0;
   // Where each is, by its board letters and number of tiles; a slot is in
   // use when its stamp is that of the table now.
   struct KnownSlot {
-    uint64_t key = 0;
-    uint32_t stamp = 0;
-    uint32_t known = 0;
+    uint16_t stamp = 0;
+    uint16_t known = 0;
   };
   std::array<KnownSlot, 1024> knownSlots_{};
   KnownSlot& KnownSlotFor(uint64_t key);  // its slot, or the free slot it would take
@@ -368,7 +371,7 @@ class ExactMoves {
   int askedNext_ = 0;
   void AskAheadFor(const Entry& entry);
   void NewKnownTable();
-  uint32_t knownStamp_ = 0;
+  uint16_t knownStamp_ = 0;
   // The stretch being searched: its end, word factor, letters worth trying,
   // and from each column on the fixed points to come and the weights of the
   // free squares left, highest first.
