@@ -1009,6 +1009,7 @@ void ExactMoves::AddStrips(bool down, int row) {
   Entry* const entries = entries_.data();
   int32_t* const heads = heads_.data();
   int used = entryCount_, topBucket = topBucket_;
+  const uint64_t rackKey = wayKey_[(1u << rackSize) - 1u];
   for (int index = 0; index < count; ++index) {
     const StripShape& shape = first[index];
     const int k = shape.Free();
@@ -1018,9 +1019,16 @@ void ExactMoves::AddStrips(bool down, int row) {
     // weighed by the rack's highest tiles until their turn comes.
     const int16_t* top = topValues_;
     if (k == 7) {
-      const Known& known = KnownFor(shape.boardKey, k);
-      if (!known.any) continue;
-      top = known.top;
+      if (rackBlanks_ == 0) {
+        // (without a blank, the one way is the whole rack: its word or none)
+        const FilterSpot spot = SpotOf(shape.boardKey + rackKey, multisets_.size() - 1);
+        ++stats_.lookups;
+        if ((multisets_[spot.at] & spot.bits) != spot.bits) continue;
+      } else {
+        const Known& known = KnownFor(shape.boardKey, k);
+        if (!known.any) continue;
+        top = known.top;
+      }
     }
     const int from = __builtin_ctz(shape.squares), to = 32 - __builtin_clz(shape.squares);
     const int cross = crossMost[to] - crossMost[from], crossed = crossedMost[to] - crossedMost[from];
