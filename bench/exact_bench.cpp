@@ -12,8 +12,8 @@
 //     build/bench/exact_bench
 //     (one way alone, for a profile: the time of N passes, 20 unless told,
 //     of the positions with N blanks when told, the others searched untimed
-//     in between; the designed search run untimed before each position when
-//     asked; under callgrind with --instr-atstart=no, the timed searches
+//     in between; the designed search (and the list of all plays) run
+//     untimed before each position when asked; under callgrind with --instr-atstart=no, the timed searches
 //     alone are counted)
 #include <algorithm>
 #include <cstdio>
@@ -125,8 +125,9 @@ int main(int argc, char** argv) {
     const bool best = std::string(only) == "best";
     const char* blanks = std::getenv("EXACT_BENCH_BLANKS");  // the positions with that many blanks only
     const int onlyBlanks = blanks ? std::atoi(blanks) : -1;
-    // With EXACT_BENCH_DESIGNED=1 the designed search runs before each
-    // position, untimed, as in the whole bench (the caches as a game leaves them).
+    // With EXACT_BENCH_DESIGNED=1 the designed search (and, for the best
+    // play, the list of all plays) runs before each position, untimed, as in
+    // the whole bench (the caches as it leaves them).
     const bool designedToo = std::getenv("EXACT_BENCH_DESIGNED") != nullptr;
     const int passes = std::getenv("EXACT_BENCH_PASSES") ? std::atoi(std::getenv("EXACT_BENCH_PASSES")) : 20;
     size_t found = 0;
@@ -143,6 +144,7 @@ int main(int argc, char** argv) {
           std::string rack = p.rack;
           context.LngSens = 0;
           board.TrouveSolution(rack);
+          if (best) exactAll.All(p.board.data(), p.first, p.rack);
         }
         if (timed) CALLGRIND_START_INSTRUMENTATION;
         const double before = ThreadMs();
