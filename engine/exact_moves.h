@@ -334,14 +334,14 @@ class ExactMoves {
     uint8_t way;
     int8_t blank[2];
   };
-  static constexpr int kHits = 1024;
+  static constexpr int kHits = 128;
   struct alignas(64) Known {
     uint64_t key = 0;  // its board letters and number of tiles (see KnownFor)
     uint64_t ways[2] = {};
     uint64_t unlisted[2] = {};  // ways with two blanks whose hits are not listed yet
     int16_t top[8] = {};        // top[j]: the most j tiles of a way that makes a word are worth
     uint32_t hitsFrom = 0;      // its hits in hits_
-    uint16_t hitCount = 0;
+    uint8_t hitCount = 0;
     bool any = false;      // some way makes a word
     bool tooMany = false;  // more than kHits, or more than hits_ holds
   };
