@@ -173,6 +173,13 @@ constexpr std::array<uint64_t, 26> MakeLetterKeys() {
   return keys;
 }
 constexpr std::array<uint64_t, 26> kLetterKey = MakeLetterKeys();
+// The same by a square's tile, 0 for none (-1).
+constexpr std::array<uint64_t, 27> MakeTileKeys() {
+  std::array<uint64_t, 27> keys{};
+  for (size_t letter = 0; letter < 26; ++letter) keys[letter + 1] = kLetterKey[letter];
+  return keys;
+}
+constexpr std::array<uint64_t, 27> kTileKey = MakeTileKeys();
 
 // The multisets of the words are kept in a filter of one word of 64 bits per
 // key, three bits of it set: a multiset that is not there is said to be
@@ -355,6 +362,8 @@ void ExactMoves::TakeRack(std::string_view rack) {
   for (int i = 0; i < rackSize_; ++i)
     if (tileLetter_[i] >= 0 && (i == 0 || tileLetter_[i] != tileLetter_[i - 1]))
       byValue_[byValueCount_++] = tileLetter_[i];
+  for (int j = 0; j < 8; ++j) rankValue_[j] = j < byValueCount_ ? Value(byValue_[j]) : 0;
+  std::fill(byValue_ + byValueCount_, byValue_ + 7, int8_t(26));
   std::fill(std::begin(wayCount_), std::end(wayCount_), uint8_t(0));
   std::fill(std::begin(realWayCount_), std::end(realWayCount_), uint8_t(0));
   alikeBefore_ = 0;
@@ -851,8 +860,8 @@ void ExactMoves::RunBest(bool firstPlay) {
     FilterSpot spots[35];
     for (int line = 0; line < 2 * kSize; ++line)
       if ((rowsWithAnchors_[line / kSize] >> (line % kSize)) & 1u)
-        for (const StripShape& shape : shapes_[size_t(line)])
-          if (shape.Free() == 7) SpotsFor(shape.boardKey, 7, spots);
+        for (size_t index = sevensFrom_[size_t(line)]; index < shapes_[size_t(line)].size(); ++index)
+          SpotsFor(shapes_[size_t(line)][index].boardKey, 7, spots);
   }
   for (const bool down : {false, true})
     for (int row = 0; row < kSize; ++row)
@@ -897,69 +906,59 @@ void ExactMoves::Push(int index) {
 
 void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
   // Every stretch of the row a play may cover, as the board makes it (the
-  // rack's part is weighed at each search).
-  std::vector<StripShape>& shapes = shapes_[size_t((down ? kSize : 0) + row)];
+  // rack's part is weighed at each search). The row's squares as masks:
+  // its tiles, the free squares with a tile above or below, those no letter
+  // may fill (their cross word allows none: no play covers them); and up
+  // to each square, from the left, the squares counted and the board's
+  // letters, and the free squares in order (then the edge, as often as a
+  // play may need).
+  const int lineIndex = (down ? kSize : 0) + row;
   const Square* line = &squares_[down ? 1 : 0][size_t(row * kSize)];
-  // From each square: the nearest square a play must cover (a tile, a
-  // free square with a tile above or below, or the centre of the first
-  // play), and the nearest free square no letter may fill (its cross word
-  // allows none), that no play covers.
-  int touch[kSize + 1], dead[kSize + 1];
-  touch[kSize] = dead[kSize] = kSize;
-  for (int x = kSize - 1; x >= 0; --x) {
-    const Square& s = line[x];
-    const bool here = firstPlay ? row == kCentre && x == kCentre : s.tile >= 0 || s.crossed;
-    touch[x] = here ? x : touch[x + 1];
-    dead[x] = s.tile < 0 && !s.cross ? x : dead[x + 1];
-  }
-  uint16_t& crossed = crossedSquares_[size_t((down ? kSize : 0) + row)];
-  crossed = 0;
-  // Up to each square, from the left: the squares counted and the board's
-  // letters; the squares a word may end on (the next free or the edge), and
-  // the free squares in order.
+  uint32_t tiles = 0, crossed = 0, dead = 1u << kSize;
   uint64_t counts[kSize + 1], keys[kSize + 1];
   counts[0] = keys[0] = 0;
-  uint32_t ends = (1u << kSize) - 1u;
-  int frees[kSize + 1], freeCount = 0;
+  int frees[kSize + 8], freeCount = 0;
   for (int x = 0; x < kSize; ++x) {
     const Square& s = line[x];
-    uint64_t c = 0;
-    keys[x + 1] = keys[x];
-    if (s.tile >= 0) {
-      c = uint64_t(s.tileValue) << kBoardPoints;
-      keys[x + 1] += kLetterKey[size_t(s.tile)];
-      if (x > 0) ends &= ~(1u << (x - 1));
-    } else {
-      const size_t square = size_t(row * kSize + x);
-      if (s.crossed) {
-        c = kCrossedCounts[square] + (uint64_t(s.crossSum * kPremium[square].word) << kCrossPoints);
-        crossed = uint16_t(crossed | 1u << x);
-      } else {
-        c = kOpenCounts[square];
-      }
-      frees[freeCount++] = x;
-    }
-    counts[x + 1] = counts[x] + c;
+    const size_t square = size_t(row * kSize + x);
+    const bool tile = s.tile >= 0;
+    // (a tile has no cross word, and a free square no value)
+    const uint64_t free = (s.crossed ? kCrossedCounts : kOpenCounts)[square] & (uint64_t(tile) - 1u);
+    counts[x + 1] = counts[x] + free + (uint64_t(s.tileValue) << kBoardPoints) +
+                    (uint64_t(s.crossSum * kPremium[square].word) << kCrossPoints);
+    keys[x + 1] = keys[x] + kTileKey[size_t(s.tile + 1)];
+    frees[freeCount] = x;
+    freeCount += !tile;
+    tiles |= uint32_t(tile) << x;
+    crossed |= uint32_t(s.crossed) << x;
+    dead |= uint32_t(!tile && !s.cross) << x;
   }
-  StripShape made[kShapesInRow];
-  int madeCount = 0;
+  std::fill(frees + freeCount, frees + freeCount + 8, kSize);
+  crossedSquares_[size_t(lineIndex)] = uint16_t(crossed);
+  // The squares a play must cover one of (a tile, a crossed square, or the
+  // centre of the first play), the squares a word may begin on (not just
+  // after a tile) and end on (not just before one).
+  constexpr uint32_t kRow = (1u << kSize) - 1u;
+  const uint32_t touch = (firstPlay ? (row == kCentre ? 1u << kCentre : 0u) : tiles | crossed) | 1u << kSize;
+  const uint32_t starts = kRow & ~(tiles << 1), ends = kRow & ~(tiles >> 1);
   const int fewest = firstPlay ? 2 : 1;  // tiles a play lays
-  for (int start = 0; start < kSize; ++start) {
-    if (start > 0 && line[start - 1].tile >= 0) continue;  // the word would begin further left
-    // Ends from the first square a play must cover to before the free
-    // square one beyond seven tiles, or before a square no letter fills.
+  StripShape made[kShapesInRow], sevens[kShapesInRow];
+  int madeCount = 0, sevenCount = 0;
+  for (uint32_t ss = starts; ss; ss &= ss - 1) {
+    const int start = __builtin_ctz(ss);
+    // Ends from the first square a play must cover (with its fewest tiles,
+    // and past the start) to before the free square one beyond seven
+    // tiles, or before a square no letter fills.
     const int freeBefore = Count(counts[start], kFreeSquares);
-    const int last = std::min(freeBefore + 7 < freeCount ? frees[freeBefore + 7] : kSize, dead[start]);
-    if (touch[start] >= last) continue;
-    for (uint32_t es = ends & ((1u << last) - 1u) >> touch[start] << touch[start]; es; es &= es - 1) {
+    const int last = std::min(frees[freeBefore + 7], __builtin_ctz(dead >> start << start));
+    const int first = std::max({__builtin_ctz(touch >> start << start), frees[freeBefore + fewest - 1], start + 1});
+    if (first >= last) continue;
+    for (uint32_t es = ends & ((1u << last) - 1u) >> first << first; es; es &= es - 1) {
       const int e = __builtin_ctz(es);
       const uint64_t c = counts[e + 1] - counts[start];
       const int k = Count(c, kFreeSquares);
-      if (e == start || k < fewest) continue;
-      // One tile with a tile above or below it makes a play down.
-      if (!down && k == 1 && Count(c, kCrossedSquares) == 1) continue;
       const int factor = WordFactorOf(c);
-      StripShape& shape = made[madeCount++];
+      StripShape& shape = k == 7 ? sevens[sevenCount] : made[madeCount];
       shape.boardKey = keys[e + 1] - keys[start];
       shape.fixed = int16_t(Count(c, kBoardPoints) * factor + Count(c, kCrossPoints) + (k == 7 ? kBonus : 0));
       shape.squares = uint16_t(((1u << (e + 1)) - 1u) >> start << start);
@@ -968,10 +967,18 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
       shape.kN3 = uint8_t(c);
       shape.n32O3 = uint8_t(c >> 8);
       shape.o32Open = uint8_t(c >> 16);
+      // One tile with a tile above or below it makes a play down.
+      const bool kept = down || k != 1 || Count(c, kCrossedSquares) != 1;
+      sevenCount += kept && k == 7;
+      madeCount += kept && k != 7;
     }
   }
+  // (the stretches of seven tiles last)
+  std::vector<StripShape>& shapes = shapes_[size_t(lineIndex)];
   shapes.assign(made, made + madeCount);
-  shapeWeights_[size_t((down ? kSize : 0) + row)].assign(size_t(madeCount), ShapeWeights{{}, false});
+  shapes.insert(shapes.end(), sevens, sevens + sevenCount);
+  sevensFrom_[size_t(lineIndex)] = uint8_t(madeCount);
+  shapeWeights_[size_t(lineIndex)].assign(shapes.size(), ShapeWeights{{}, false});
 }
 
 void ExactMoves::AddStrips(bool down, int row) {
@@ -988,48 +995,28 @@ void ExactMoves::AddStrips(bool down, int row) {
   for (uint32_t xs = crossedSquares_[size_t(lineIndex)]; xs; xs &= xs - 1) {
     const int x = __builtin_ctz(xs);
     const uint32_t cross = line[x].cross;
-    if (!(cross & usable_)) blocked |= 1u << x;
-    for (int j = 0; j < byValueCount_; ++j)
-      if ((cross >> byValue_[j]) & 1u) {
-        const int most = Value(byValue_[j]) * premiums[x].letter;
-        crossMost[x + 1] = most * premiums[x].word;
-        crossedMost[x + 1] = most;
-        break;
-      }
+    blocked |= uint32_t(!(cross & usable_)) << x;
+    uint32_t allowed = 1u << 7;  // (bit j: the rack's j-th dearest letter; then none)
+    for (int j = 0; j < 7; ++j) allowed |= ((cross >> byValue_[j]) & 1u) << j;
+    const int most = rankValue_[__builtin_ctz(allowed)] * premiums[x].letter;
+    crossMost[x + 1] = most * premiums[x].word;
+    crossedMost[x + 1] = most;
   }
   for (int x = 0; x < kSize; ++x) {
     crossMost[x + 1] += crossMost[x];
     crossedMost[x + 1] += crossedMost[x];
   }
-  // (what the loop reads and writes held apart, so that no write is taken
-  // to change what it reads)
+  // (what the loops read and write held apart, so that no write is taken
+  // to change what they read)
   const std::vector<StripShape>& shapes = shapes_[size_t(lineIndex)];
   const StripShape* const first = shapes.data();
-  const int count = int(shapes.size()), rackSize = rackSize_;
+  const int count = int(shapes.size()), sevens = sevensFrom_[size_t(lineIndex)], rackSize = rackSize_;
   Entry* const entries = entries_.data();
   int32_t* const heads = heads_.data();
   int used = entryCount_, topBucket = topBucket_;
   const uint64_t rackKey = wayKey_[(1u << rackSize) - 1u];
-  for (int index = 0; index < count; ++index) {
+  const auto add = [&](int index, const int16_t* top, bool kept) __attribute__((always_inline)) {
     const StripShape& shape = first[index];
-    const int k = shape.Free();
-    if ((shape.squares & blocked) || k > rackSize) continue;
-    // The plays of every tile: only when the rack's ways make a word with
-    // these board letters, and for what these ways bring. The others are
-    // weighed by the rack's highest tiles until their turn comes.
-    const int16_t* top = topValues_;
-    if (k == 7) {
-      if (rackBlanks_ == 0) {
-        // (without a blank, the one way is the whole rack: its word or none)
-        const FilterSpot spot = SpotOf(shape.boardKey + rackKey, multisets_.size() - 1);
-        ++stats_.lookups;
-        if ((multisets_[spot.at] & spot.bits) != spot.bits) continue;
-      } else {
-        const Known& known = KnownFor(shape.boardKey, k);
-        if (!known.any) continue;
-        top = known.top;
-      }
-    }
     const int from = __builtin_ctz(shape.squares), to = 32 - __builtin_clz(shape.squares);
     const int cross = crossMost[to] - crossMost[from], crossed = crossedMost[to] - crossedMost[from];
     const int bound = MainBoundOf(shape, top, crossed) + cross;
@@ -1041,9 +1028,32 @@ void ExactMoves::AddStrips(bool down, int row) {
                           .line = uint8_t(lineIndex),
                           .shape = uint8_t(index),
                           .refined = false};
-    heads[bucket] = used++;
-    topBucket = std::max(topBucket, bucket);
+    heads[bucket] = kept ? used : heads[bucket];
+    topBucket = kept ? std::max(topBucket, bucket) : topBucket;
+    used += kept;
+  };
+  // Stretches of fewer than seven tiles, weighed by the rack's dearest
+  // tiles until their turn comes.
+  for (int index = 0; index < sevens; ++index) {
+    const StripShape& shape = first[index];
+    add(index, topValues_, !(shape.squares & blocked) && shape.Free() <= rackSize);
   }
+  // The plays of every tile: only when the rack's ways make a word with
+  // these board letters, and for what these ways bring.
+  if (rackSize == 7)
+    for (int index = sevens; index < count; ++index) {
+      const StripShape& shape = first[index];
+      if (shape.squares & blocked) continue;
+      if (rackBlanks_ == 0) {
+        // (without a blank, the one way is the whole rack: its word or none)
+        const FilterSpot spot = SpotOf(shape.boardKey + rackKey, multisets_.size() - 1);
+        ++stats_.lookups;
+        if ((multisets_[spot.at] & spot.bits) == spot.bits) add(index, topValues_, true);
+        continue;
+      }
+      const Known& known = KnownFor(shape.boardKey, 7);
+      if (known.any) add(index, known.top, true);
+    }
   entryCount_ = used;
   topBucket_ = topBucket;
 }

@@ -302,14 +302,17 @@ class ExactMoves {
   uint64_t wayKey_[128] = {};
   uint32_t wayLetters_[128] = {};
   uint8_t extensions_[128] = {};  // for each way, the tiles after its last that extend it
-  // The rack's different letters by value, highest first.
+  // The rack's different letters by value, highest first (then 26, no
+  // letter), and their values (then 0).
   int8_t byValue_[7] = {};
   int byValueCount_ = 0;
+  int rankValue_[8] = {};
 
   // The stretches a play may cover, as the board makes them, by row (down
   // after across), kept while the row's squares stand; the rows to make
   // again (bit by row, across and down).
   std::array<std::vector<StripShape>, 2 * 15> shapes_;
+  std::array<uint8_t, 2 * 15> sevensFrom_{};  // of each row, its first shape of seven tiles (they come last)
   // For each shape, what a point of a tile is worth on each of its free
   // squares (in the word and in its cross word), heaviest first, once told.
   struct ShapeWeights {
