@@ -493,7 +493,7 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
   }
 }
 
-uint32_t ExactMoves::CrossSet(const char* board, int x, int y, uint32_t candidates, int16_t& sum,
+uint32_t ExactMoves::CrossSet(const char* board, int x, int y, uint32_t candidates, int& sum,
                               bool& crossed) {
   int top = y, bottom = y;
   while (top > 0 && board[(top - 1) * kSize + x]) --top;
@@ -503,7 +503,7 @@ uint32_t ExactMoves::CrossSet(const char* board, int x, int y, uint32_t candidat
   if (!crossed) return candidates;
   for (int r = top; r <= bottom; ++r) {
     const char c = board[r * kSize + x];
-    if (c >= 'a') sum = int16_t(sum + Value(c - 'a'));
+    if (c >= 'a') sum += Value(c - 'a');
   }
   // The same letters above and below were met before (on this board or
   // an earlier one) more often than not: their set is kept by a key of
@@ -562,7 +562,13 @@ void ExactMoves::PrepareSquares(const char* board, bool down, bool firstPlay, co
         } else {
           s.anchor = Occupied(board, x - 1, y) || Occupied(board, x + 1, y) || Occupied(board, x, y - 1) ||
                      Occupied(board, x, y + 1);
-          if (s.anchor) s.cross = CrossSet(board, x, y, kAllLetters, s.crossSum, s.crossed);
+          if (s.anchor) {
+            int sum = 0;
+            bool crossed = false;
+            s.cross = CrossSet(board, x, y, kAllLetters, sum, crossed);
+            s.crossSum = uint8_t(sum);
+            s.crossed = crossed;
+          }
         }
       }
       // A row whose stretches change (by its tiles, its cross words' tiles

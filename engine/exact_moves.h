@@ -150,13 +150,14 @@ class ExactMoves {
 
  private:
   struct Square {
-    uint32_t cross = 0;    // letters allowed here (a free square)
-    int16_t crossSum = 0;  // the tiles above and below it
-    bool crossed = false;  // a tile above or below it
-    bool anchor = false;
-    int8_t tile = -1;      // letter of the board's tile (0 = A), -1 when free
-    int8_t tileValue = 0;  // its value (0 for a blank)
+    uint32_t cross = 0;        // letters allowed here (a free square)
+    uint8_t crossSum = 0;      // the tiles above and below it (14 tiles of 10 at most)
+    int8_t tile = -1;          // letter of the board's tile (0 = A), -1 when free
+    uint8_t tileValue : 4 = 0;  // its value (0 for a blank)
+    bool crossed : 1 = false;  // a tile above or below it
+    bool anchor : 1 = false;
   };
+  static_assert(sizeof(Square) == 8);
   enum class Mode { All, Best };
   struct Anchor {
     bool down;
@@ -202,7 +203,7 @@ class ExactMoves {
   void Run(const char* squares, bool firstPlay, std::string_view rack, Mode mode);
   void TakeRack(std::string_view rack);
   void PrepareSquares(const char* board, bool down, bool firstPlay, const uint16_t* redo);
-  uint32_t CrossSet(const char* board, int x, int y, uint32_t candidates, int16_t& sum, bool& crossed);
+  uint32_t CrossSet(const char* board, int x, int y, uint32_t candidates, int& sum, bool& crossed);
   uint32_t CrossWalk(const char* board, int x, int y, int top, int bottom) const;
   void EnterRow(bool down, int row);
   // All plays: from the anchors.
