@@ -1260,10 +1260,14 @@ void ExactMoves::StripWeights(const Strip& strip, int* weights) {
       const Square& s = line[x];
       if (s.tile >= 0) continue;
       const Premium p = premiums[x];
-      const int w = p.letter * (strip.factor + (s.crossed ? p.word : 0));
-      int i = n++;
-      for (; i > 0 && shape.weights[i - 1] < w; --i) shape.weights[i] = shape.weights[i - 1];
-      shape.weights[i] = uint8_t(w);
+      // (put in its place without a branch: the lighter carried on)
+      uint8_t carried = uint8_t(p.letter * (strip.factor + (s.crossed ? p.word : 0)));
+      for (int i = 0; i < n; ++i) {
+        const uint8_t here = shape.weights[i];
+        shape.weights[i] = std::max(here, carried);
+        carried = std::min(here, carried);
+      }
+      shape.weights[n++] = carried;
     }
     shape.weighed = true;
   }
