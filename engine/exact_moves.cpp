@@ -370,14 +370,12 @@ void ExactMoves::TakeRack(std::string_view rack) {
   for (int i = 1; i < rackSize_; ++i)
     if (tileLetter_[i] == tileLetter_[i - 1]) alikeBefore_ |= 1u << i;
   wayKey_[0] = 0;
-  wayLetters_[0] = 0;
   for (uint32_t way = 0; way < (1u << rackSize_); ++way) {
     if (way) {
       const int tile = __builtin_ctz(way);
       const uint32_t rest = way & (way - 1);
       const int letter = tileLetter_[tile];
       wayKey_[way] = wayKey_[rest] + (letter >= 0 ? kLetterKey[size_t(letter)] : 0);
-      wayLetters_[way] = wayLetters_[rest] | (letter >= 0 ? 1u << letter : kAllLetters);
     }
     // Of alike tiles, the first ones only.
     if (way & alikeBefore_ & ~(way << 1)) continue;
@@ -385,11 +383,13 @@ void ExactMoves::TakeRack(std::string_view rack) {
     ways_[n][wayCount_[n]++] = uint8_t(way);
     // The tiles without a blank after its last that it may take (read
     // when there is a blank).
+    if (rackBlanks_ == 0) continue;
     extensions_[way] = 0;
-    for (int t = way ? 32 - __builtin_clz(way) : 0; rackBlanks_ > 0 && t < rackSize_ - rackBlanks_; ++t)
+    for (int t = way ? 32 - __builtin_clz(way) : 0; t < rackSize_ - rackBlanks_; ++t)
       if (!((alikeBefore_ >> t) & 1u) || ((way >> (t - 1)) & 1u)) extensions_[way] |= uint8_t(1u << t);
     if (way < (1u << (rackSize_ - rackBlanks_))) realWayCount_[n] = wayCount_[n];
   }
+  if (rackBlanks_ == 0) std::copy(std::begin(wayCount_), std::end(wayCount_), std::begin(realWayCount_));
 }
 
 void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack, Mode mode) {
@@ -587,11 +587,11 @@ void ExactMoves::PrepareSquares(const char* board, bool down, bool firstPlay, co
   }
 }
 
-void ExactMoves::EnterRow(bool down, int row) {
+void ExactMoves::EnterRow(bool down, int row, int from, int to) {
   down_ = down;
   row_ = row;
   line_ = &squares_[down ? 1 : 0][size_t(row * kSize)];
-  for (int x = 0; x < kSize; ++x) {
+  for (int x = from; x < to; ++x) {
     const Premium p = kPremium[size_t(row * kSize + x)];
     letterFactor_[x] = p.letter;
     wordFactor_[x] = p.word;
@@ -1211,7 +1211,7 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
   return known;
 }
 
-void ExactMoves::AddHit(Known& known, uint32_t way, int first, int second) {
+inline void ExactMoves::AddHit(Known& known, uint32_t way, int first, int second) {
   // (its hits taken to the end of the table first, when others were put
   // after them, so that they can grow)
   const bool atEnd = known.hitsFrom + known.hitCount == uint32_t(hitsUsed_);
@@ -1298,7 +1298,7 @@ int ExactMoves::Refine(const Strip& strip) {
 }
 
 void ExactMoves::SearchStrip(const Strip& strip) {
-  EnterRow(strip.down, strip.row);
+  EnterRow(strip.down, strip.row, strip.start, strip.end);
   start_ = strip.start;
   end_ = strip.end;
   const int factor = strip.factor;
@@ -1315,7 +1315,10 @@ void ExactMoves::SearchStrip(const Strip& strip) {
   stripLetters_ = 0;
   for (int half = 0; half < 2; ++half)
     for (uint64_t ways = known.ways[half]; ways; ways &= ways - 1)
-      stripLetters_ |= wayLetters_[half * 64 + __builtin_ctzll(ways)];
+      for (uint32_t bits = uint32_t(half * 64 + __builtin_ctzll(ways)); bits; bits &= bits - 1) {
+        const int letter = tileLetter_[__builtin_ctz(bits)];
+        stripLetters_ |= letter >= 0 ? 1u << letter : kAllLetters;
+      }
   // From each column to the end: the fixed points and the weights of the
   // free squares, highest first.
   fixedFrom_[end_] = k == 7 ? kBonus : 0;

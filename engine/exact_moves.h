@@ -205,7 +205,8 @@ class ExactMoves {
   void PrepareSquares(const char* board, bool down, bool firstPlay, const uint16_t* redo);
   uint32_t CrossSet(const char* board, int x, int y, uint32_t candidates, int& sum, bool& crossed);
   uint32_t CrossWalk(const char* board, int x, int y, int top, int bottom) const;
-  void EnterRow(bool down, int row);
+  // The row of the plays sought now (its columns from `from` to before `to`).
+  void EnterRow(bool down, int row, int from = 0, int to = 15);
   // All plays: from the anchors.
   void SearchAnchor(int anchor, int leftLimit);
   void LeftPart(uint32_t node, int limit, int leftLength);
@@ -294,14 +295,13 @@ class ExactMoves {
   int16_t topValues_[8] = {};  // sums of the rack's highest values: topValues_[k] for the k highest
   // The rack's tiles by value, highest first (a blank is -1), the ways to
   // take some of them that differ in letters, and for each way the multiset
-  // of its letters and the letters themselves.
+  // of its letters.
   int8_t tileLetter_[7] = {};
   uint32_t alikeBefore_ = 0;  // bit i: tile i is the letter of tile i - 1
   uint8_t wayCount_[8] = {};
   uint8_t ways_[8][35] = {};      // by number of tiles, those without a blank first
   uint8_t realWayCount_[8] = {};  // the ways without a blank
   uint64_t wayKey_[128] = {};
-  uint32_t wayLetters_[128] = {};
   uint8_t extensions_[128] = {};  // for each way, the tiles after its last that extend it
   // The rack's different letters by value, highest first (then 26, no
   // letter), and their values (then 0).
