@@ -1168,7 +1168,11 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
     // multisets, small enough to stay near at hand from one search to the
     // next.
     for (int w = 0; w < count; ++w)
-      if ((multisets_[spots[w].at] & spots[w].bits) == spots[w].bits) hit(ways_[k][w], -1, -1);
+      if ((multisets_[spots[w].at] & spots[w].bits) == spots[w].bits) {
+        hit(ways_[k][w], -1, -1);
+        // (its words asked of the memory now: the stretch is often searched next)
+        AskAhead(&anagrams_[size_t(AnagramHash(boardKey + wayKey_[ways_[k][w]]) >> anagramShift_)]);
+      }
   } else {
     // With a blank, a way is found from the way less its last tile (the
     // rack's tiles go by value, blanks last): one read of the completions
