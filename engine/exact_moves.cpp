@@ -1146,9 +1146,13 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
   known.unlisted[0] = known.unlisted[1] = 0;
   known.hitsFrom = uint32_t(hitsUsed_);
   known.hitCount = 0;
-  const auto hit = [this, &known](uint32_t way, int first, int second) {
+  // A way that makes a word: its words asked of the memory at once (its
+  // stretch is often searched next).
+  const auto hit = [this, &known, boardKey](uint32_t way, int first, int second) {
     known.ways[way >> 6] |= 1ull << (way & 63);
     AddHit(known, way, first, second);
+    const uint64_t key = boardKey + wayKey_[way] + (first >= 0 ? kLetterKey[size_t(first)] : 0);
+    AskAhead(&anagrams_[size_t(AnagramHash(key) >> anagramShift_)]);
   };
   // The filters' words or lines asked of the memory together (or ahead,
   // see AskAheadFor), then read.
@@ -1170,8 +1174,6 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
     for (int w = 0; w < count; ++w)
       if ((multisets_[spots[w].at] & spots[w].bits) == spots[w].bits) {
         hit(ways_[k][w], -1, -1);
-        // (its words asked of the memory now: the stretch is often searched next)
-        AskAhead(&anagrams_[size_t(AnagramHash(boardKey + wayKey_[ways_[k][w]]) >> anagramShift_)]);
       }
   } else {
     // With a blank, a way is found from the way less its last tile (the
