@@ -1121,6 +1121,7 @@ void ExactMoves::AskAheadFor(const Entry& entry) {
   const StripShape& shape = shapes_[entry.line][entry.shape];
   const int k = shape.Free();
   const uint64_t key = shape.boardKey << 3 | uint64_t(k);
+  AskAhead(&shapeWeights_[entry.line][entry.shape]);
   if (KnownSlotFor(key).stamp == knownStamp_) return;
   for (const Asked& a : asked_)
     if (a.stamp == knownStamp_ && a.key == key) return;
