@@ -369,8 +369,10 @@ void ExactMoves::TakeRack(std::string_view rack) {
   for (int i = 0; i < rackSize_; ++i)
     if (tileLetter_[i] >= 0 && (i == 0 || tileLetter_[i] != tileLetter_[i - 1]))
       byValue_[byValueCount_++] = tileLetter_[i];
-  for (int j = 0; j < 8; ++j) rankValue_[j] = j < byValueCount_ ? Value(byValue_[j]) : 0;
-  std::fill(byValue_ + byValueCount_, byValue_ + 7, int8_t(26));
+  for (int j = 0; j < 8; ++j) {
+    rankValue_[j] = j < byValueCount_ ? Value(byValue_[j]) : 0;
+    rankBit_[j] = j < byValueCount_ ? 1u << byValue_[j] : 0;
+  }
   std::fill(std::begin(wayCount_), std::end(wayCount_), uint8_t(0));
   std::fill(std::begin(realWayCount_), std::end(realWayCount_), uint8_t(0));
   alikeBefore_ = 0;
@@ -438,17 +440,27 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
         if (!(column ? occupied(at, line) : occupied(line, at))) break;
       }
     };
-    for (int i = 0; i < 225; ++i) {
-      if (squares[i] == preparedBoard_[size_t(i)]) continue;
-      changed = true;
-      const int x = i % kSize, y = i / kSize;
-      across[y] = uint16_t(across[y] | (7u << x >> 1));
-      down[x] = uint16_t(down[x] | (7u << y >> 1));
-      spread(across, y - 1, -1, x, true);
-      spread(across, y + 1, 1, x, true);
-      spread(down, x - 1, -1, y, false);
-      spread(down, x + 1, 1, y, false);
+    // (eight squares compared at once)
+    uint64_t differ[29] = {};
+    for (int w = 0; w < 28; ++w) {
+      uint64_t a, b;
+      std::memcpy(&a, squares + 8 * w, 8);
+      std::memcpy(&b, preparedBoard_.data() + 8 * w, 8);
+      differ[w] = a ^ b;
     }
+    differ[28] = squares[224] != preparedBoard_[224];
+    for (int w = 0; w < 29; ++w)
+      for (uint64_t d = differ[w]; d; d &= ~(uint64_t(0xFF) << (__builtin_ctzll(d) & ~7))) {
+        const int i = 8 * w + (__builtin_ctzll(d) >> 3);
+        changed = true;
+        const int x = i % kSize, y = i / kSize;
+        across[y] = uint16_t(across[y] | (7u << x >> 1));
+        down[x] = uint16_t(down[x] | (7u << y >> 1));
+        spread(across, y - 1, -1, x, true);
+        spread(across, y + 1, 1, x, true);
+        spread(down, x - 1, -1, y, false);
+        spread(down, x + 1, 1, y, false);
+      }
     for (int line = 0; line < kSize; ++line) {
       across[line] &= uint16_t((1u << kSize) - 1u);
       down[line] &= uint16_t((1u << kSize) - 1u);
@@ -1010,7 +1022,7 @@ void ExactMoves::AddStrips(bool down, int row) {
     const uint32_t cross = line[x].cross;
     blocked |= uint32_t(!(cross & usable_)) << x;
     uint32_t allowed = 1u << 7;  // (bit j: the rack's j-th dearest letter; then none)
-    for (int j = 0; j < 7; ++j) allowed |= ((cross >> byValue_[j]) & 1u) << j;
+    for (int j = 0; j < 7; ++j) allowed |= uint32_t((cross & rankBit_[j]) != 0) << j;
     const int most = rankValue_[__builtin_ctz(allowed)] * premiums[x].letter;
     crossMost[x + 1] = most * premiums[x].word;
     crossedMost[x + 1] = most;

@@ -303,11 +303,12 @@ class ExactMoves {
   uint8_t realWayCount_[8] = {};  // the ways without a blank
   uint64_t wayKey_[128] = {};
   uint8_t extensions_[128] = {};  // for each way, the tiles after its last that extend it
-  // The rack's different letters by value, highest first (then 26, no
-  // letter), and their values (then 0).
+  // The rack's different letters by value, highest first, and their values
+  // and bits (then 0).
   int8_t byValue_[7] = {};
   int byValueCount_ = 0;
   int rankValue_[8] = {};
+  uint32_t rankBit_[8] = {};
 
   // The stretches a play may cover, as the board makes them, by row (down
   // after across), kept while the row's squares stand; the rows to make
