@@ -418,7 +418,7 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
   uint16_t across[kSize], down[kSize];
   const void* graphNow = &graph_.At(0);
   if (preparedFor_ != graphNow || preparedNodes_ != graph_.NodeCount()) crossSlots_.fill(CrossSlot{});
-  bool changed = true;
+  bool changed = true, turnAll = true;
   if (!(prepared_ && preparedFirst_ == firstPlay && preparedFor_ == graphNow &&
         preparedNodes_ == graph_.NodeCount())) {
     std::fill(std::begin(across), std::end(across), uint16_t((1u << kSize) - 1u));
@@ -427,7 +427,7 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
   } else {
     std::fill(std::begin(across), std::end(across), uint16_t(0));
     std::fill(std::begin(down), std::end(down), uint16_t(0));
-    changed = false;
+    changed = turnAll = false;
     const auto occupied = [&](int x, int y) {
       return squares[y * kSize + x] || preparedBoard_[size_t(y * kSize + x)];
     };
@@ -454,6 +454,7 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
         const int i = 8 * w + (__builtin_ctzll(d) >> 3);
         changed = true;
         const int x = i % kSize, y = i / kSize;
+        preparedTurned_[size_t(x * kSize + y)] = squares[i];
         across[y] = uint16_t(across[y] | (7u << x >> 1));
         down[x] = uint16_t(down[x] | (7u << y >> 1));
         spread(across, y - 1, -1, x, true);
@@ -468,10 +469,10 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
   }
   if (changed) {
     PrepareSquares(squares, false, firstPlay, across);
-    char turned[225];
-    for (int y = 0; y < kSize; ++y)
-      for (int x = 0; x < kSize; ++x) turned[y * kSize + x] = squares[x * kSize + y];
-    PrepareSquares(turned, true, firstPlay, down);
+    if (turnAll)
+      for (int y = 0; y < kSize; ++y)
+        for (int x = 0; x < kSize; ++x) preparedTurned_[size_t(y * kSize + x)] = squares[x * kSize + y];
+    PrepareSquares(preparedTurned_.data(), true, firstPlay, down);
     std::copy(squares, squares + 225, preparedBoard_.begin());
   }
   prepared_ = true;

@@ -399,6 +399,7 @@ class ExactMoves {
   const void* preparedFor_ = nullptr;
   size_t preparedNodes_ = 0;
   std::array<char, 225> preparedBoard_{};
+  std::array<char, 225> preparedTurned_{};  // (turned through its diagonal)
   // The letters allowed between given tiles above and below, by a key of
   // these tiles (the graph's, kept across boards).
   struct CrossSlot {
