@@ -47,7 +47,8 @@
 // where a word of exactly the stretch's length goes on, and leave a branch
 // as soon as it cannot reach the best play. The filters' lines a stretch
 // will read are asked of the memory ahead (those of the seven-tile
-// stretches all together, the next stretch's while one is weighed).
+// stretches all together, the next stretch's while one is weighed), and so
+// are the words of a way as soon as it is found to make a word.
 //
 // The squares (cross-word letters and points, anchors) of the board of the
 // last call are kept: only those a changed square may change are made
