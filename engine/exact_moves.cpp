@@ -513,11 +513,28 @@ void ExactMoves::Run(const char* squares, bool firstPlay, std::string_view rack,
   }
 }
 
-uint32_t ExactMoves::CrossSet(const char* board, int x, int y, uint32_t candidates, int& sum,
-                              bool& crossed) {
-  int top = y, bottom = y;
+namespace {
+
+// The tiles above and below a free square: from `top` to `bottom`, and a key
+// of their letters (0 when there are none, or too many to make one).
+uint64_t CrossKeyOf(const char* board, int x, int y, int& top, int& bottom) {
+  top = bottom = y;
   while (top > 0 && board[(top - 1) * kSize + x]) --top;
   while (bottom < kSize - 1 && board[(bottom + 1) * kSize + x]) ++bottom;
+  if (top == bottom || bottom - top > 10) return 0;
+  uint64_t key = 1ull << 60 | uint64_t(y - top) << 56 | uint64_t(bottom - top) << 52;
+  for (int r = top, i = 0; r <= bottom; ++r)
+    if (r != y) key |= uint64_t(LetterOf(board[r * kSize + x])) << (5 * i++);
+  return key;
+}
+size_t CrossSlotOf(uint64_t key) { return size_t((key * 0x9E3779B97F4A7C15ull) >> 52); }
+
+}  // namespace
+
+uint32_t ExactMoves::CrossSet(const char* board, int x, int y, uint32_t candidates, int& sum,
+                              bool& crossed) {
+  int top, bottom;
+  const uint64_t key = CrossKeyOf(board, x, y, top, bottom);
   sum = 0;
   crossed = top < y || bottom > y;
   if (!crossed) return candidates;
@@ -526,18 +543,10 @@ uint32_t ExactMoves::CrossSet(const char* board, int x, int y, uint32_t candidat
     if (c >= 'a') sum += Value(c - 'a');
   }
   // The same letters above and below were met before (on this board or
-  // an earlier one) more often than not: their set is kept by a key of
-  // them, when they are few enough to make one.
-  uint64_t key = 0;
-  if (bottom - top <= 10) {
-    key = 1ull << 60 | uint64_t(y - top) << 56 | uint64_t(bottom - top) << 52;
-    for (int r = top, i = 0; r <= bottom; ++r)
-      if (r != y) key |= uint64_t(LetterOf(board[r * kSize + x])) << (5 * i++);
-    const CrossSlot& slot = crossSlots_[size_t((key * 0x9E3779B97F4A7C15ull) >> 52)];
-    if (slot.key == key) return slot.allowed & candidates;
-  }
+  // an earlier one) more often than not: their set is kept by their key.
+  if (key && crossSlots_[CrossSlotOf(key)].key == key) return crossSlots_[CrossSlotOf(key)].allowed & candidates;
   const uint32_t allowed = CrossWalk(board, x, y, top, bottom);
-  if (key) crossSlots_[size_t((key * 0x9E3779B97F4A7C15ull) >> 52)] = CrossSlot{key, allowed};
+  if (key) crossSlots_[CrossSlotOf(key)] = CrossSlot{key, allowed};
   return allowed & candidates;
 }
 
@@ -565,6 +574,15 @@ void ExactMoves::PrepareSquares(const char* board, bool down, bool firstPlay, co
   // before), every letter a cross word allows.
   std::array<Square, 225>& squares = squares_[down ? 1 : 0];
   uint32_t& rows = rowsWithAnchors_[down ? 1 : 0];
+  // (the letters kept for the cross words asked of the memory together first)
+  if (!firstPlay)
+    for (int y = 0; y < kSize; ++y)
+      for (uint32_t xs = redo[y]; xs; xs &= xs - 1) {
+        const int x = __builtin_ctz(xs);
+        if (board[y * kSize + x] || !(Occupied(board, x, y - 1) || Occupied(board, x, y + 1))) continue;
+        int top, bottom;
+        if (const uint64_t key = CrossKeyOf(board, x, y, top, bottom)) AskAhead(&crossSlots_[CrossSlotOf(key)]);
+      }
   for (int y = 0; y < kSize; ++y) {
     if (!redo[y]) continue;
     for (uint32_t xs = redo[y]; xs; xs &= xs - 1) {
