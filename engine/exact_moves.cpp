@@ -531,8 +531,7 @@ size_t CrossSlotOf(uint64_t key) { return size_t((key * 0x9E3779B97F4A7C15ull) >
 
 }  // namespace
 
-uint32_t ExactMoves::CrossSet(const char* board, int x, int y, uint32_t candidates, int& sum,
-                              bool& crossed) {
+uint32_t ExactMoves::CrossSet(const char* board, int x, int y, uint32_t candidates, int& sum, bool& crossed) {
   int top, bottom;
   const uint64_t key = CrossKeyOf(board, x, y, top, bottom);
   sum = 0;
@@ -544,7 +543,8 @@ uint32_t ExactMoves::CrossSet(const char* board, int x, int y, uint32_t candidat
   }
   // The same letters above and below were met before (on this board or
   // an earlier one) more often than not: their set is kept by their key.
-  if (key && crossSlots_[CrossSlotOf(key)].key == key) return crossSlots_[CrossSlotOf(key)].allowed & candidates;
+  if (key && crossSlots_[CrossSlotOf(key)].key == key)
+    return crossSlots_[CrossSlotOf(key)].allowed & candidates;
   const uint32_t allowed = CrossWalk(board, x, y, top, bottom);
   if (key) crossSlots_[CrossSlotOf(key)] = CrossSlot{key, allowed};
   return allowed & candidates;
@@ -581,7 +581,8 @@ void ExactMoves::PrepareSquares(const char* board, bool down, bool firstPlay, co
         const int x = __builtin_ctz(xs);
         if (board[y * kSize + x] || !(Occupied(board, x, y - 1) || Occupied(board, x, y + 1))) continue;
         int top, bottom;
-        if (const uint64_t key = CrossKeyOf(board, x, y, top, bottom)) AskAhead(&crossSlots_[CrossSlotOf(key)]);
+        if (const uint64_t key = CrossKeyOf(board, x, y, top, bottom))
+          AskAhead(&crossSlots_[CrossSlotOf(key)]);
       }
   for (int y = 0; y < kSize; ++y) {
     if (!redo[y]) continue;
@@ -812,8 +813,10 @@ void ExactMoves::MakeGraphTables() {
         Met m{AnagramHash(whole_key), {}};
         m.entry.letters = uint64_t(depth + 1) << 60;
         for (int i = 0; i <= depth; ++i) {
-          if (i < 12) m.entry.letters |= uint64_t(word[i]) << (5 * i);
-          else m.entry.more |= uint32_t(word[i]) << (5 * (i - 12));
+          if (i < 12)
+            m.entry.letters |= uint64_t(word[i]) << (5 * i);
+          else
+            m.entry.more |= uint32_t(word[i]) << (5 * (i - 12));
         }
         m.entry.tag = uint32_t(m.hash);
         met.push_back(m);
@@ -995,7 +998,8 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
     // tiles, or before a square no letter fills.
     const int freeBefore = Count(counts[start], kFreeSquares);
     const int last = std::min(frees[freeBefore + 7], __builtin_ctz(dead >> start << start));
-    const int first = std::max({__builtin_ctz(touch >> start << start), frees[freeBefore + fewest - 1], start + 1});
+    const int first =
+        std::max({__builtin_ctz(touch >> start << start), frees[freeBefore + fewest - 1], start + 1});
     if (first >= last) continue;
     for (uint32_t es = ends & ((1u << last) - 1u) >> first << first; es; es &= es - 1) {
       const int e = __builtin_ctz(es);
@@ -1133,7 +1137,8 @@ void ExactMoves::NewKnownTable() {
 ExactMoves::KnownSlot& ExactMoves::KnownSlotFor(uint64_t key) {
   const size_t mask = knownSlots_.size() - 1;
   size_t at = size_t((key ^ (key >> 31)) * 0x9E3779B97F4A7C15ull >> 50) & mask;
-  while (knownSlots_[at].stamp == knownStamp_ && known_[knownSlots_[at].known].key != key) at = (at + 1) & mask;
+  while (knownSlots_[at].stamp == knownStamp_ && known_[knownSlots_[at].known].key != key)
+    at = (at + 1) & mask;
   return knownSlots_[at];
 }
 

@@ -151,11 +151,11 @@ class ExactMoves {
 
  private:
   struct Square {
-    uint32_t cross = 0;        // letters allowed here (a free square)
-    uint8_t crossSum = 0;      // the tiles above and below it (14 tiles of 10 at most)
-    int8_t tile = -1;          // letter of the board's tile (0 = A), -1 when free
+    uint32_t cross = 0;         // letters allowed here (a free square)
+    uint8_t crossSum = 0;       // the tiles above and below it (14 tiles of 10 at most)
+    int8_t tile = -1;           // letter of the board's tile (0 = A), -1 when free
     uint8_t tileValue : 4 = 0;  // its value (0 for a blank)
-    bool crossed : 1 = false;  // a tile above or below it
+    bool crossed : 1 = false;   // a tile above or below it
     bool anchor : 1 = false;
   };
   static_assert(sizeof(Square) == 8);
