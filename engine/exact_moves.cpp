@@ -1099,6 +1099,12 @@ void ExactMoves::AddStrips(bool down, int row) {
         if ((multisets_[spot.at] & spot.bits) == spot.bits) add(index, topValues_, true);
         continue;
       }
+      if (rackBlanks_ == 2) {
+        // (with two, the one way is the whole rack too, taken to make a word
+        // until the stretch is searched)
+        add(index, topValues_, true);
+        continue;
+      }
       const Known& known = KnownFor(shape.boardKey, 7);
       if (known.any) add(index, known.top, true);
     }
