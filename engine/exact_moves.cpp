@@ -1201,7 +1201,8 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
   const auto hit = [this, &known, boardKey](uint32_t way, int first, int second) {
     known.ways[way >> 6] |= 1ull << (way & 63);
     AddHit(known, way, first, second);
-    const uint64_t key = boardKey + wayKey_[way] + (first >= 0 ? kLetterKey[size_t(first)] : 0);
+    const uint64_t key = boardKey + wayKey_[way] + (first >= 0 ? kLetterKey[size_t(first)] : 0) +
+                         (second >= 0 ? kLetterKey[size_t(second)] : 0);
     AskAhead(&anagrams_[size_t(AnagramHash(key) >> anagramShift_)]);
   };
   // The filters' words or lines asked of the memory together (or ahead,
@@ -1222,9 +1223,7 @@ ExactMoves::Known& ExactMoves::KnownFor(uint64_t boardKey, int k) {
     // multisets, small enough to stay near at hand from one search to the
     // next.
     for (int w = 0; w < count; ++w)
-      if ((multisets_[spots[w].at] & spots[w].bits) == spots[w].bits) {
-        hit(ways_[k][w], -1, -1);
-      }
+      if ((multisets_[spots[w].at] & spots[w].bits) == spots[w].bits) hit(ways_[k][w], -1, -1);
   } else {
     // With a blank, a way is found from the way less its last tile (the
     // rack's tiles go by value, blanks last): one read of the completions
