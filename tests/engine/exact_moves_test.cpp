@@ -264,6 +264,42 @@ TEST(ExactMoves, KeepsNothingOfABoardLeftWhenPlaysAreTakenBackOrBoardsComeInAnyO
   }
 }
 
+TEST(ExactMoves, FindsTheBestPlayStillAfterMoreSearchesThanItsTablesCanCount) {
+  // What a generator knows of a search is told from what it knew before by
+  // a count of searches that starts again after 65,536: a few boards met
+  // again and again past that point still get a new generator's best.
+  const std::vector<std::string> words = SmallList();
+  const Lexicon lexicon = SmallLexicon(words);
+  ExactMoves kept(lexicon.Graph());
+  Rng rng(65536);
+  std::vector<BoardSquares> boards(1);
+  for (int turn = 0; turn < 5; ++turn) {
+    BoardSquares next = boards.back();
+    const std::vector<ExactPlay>& list = kept.All(next.data(), turn == 0, RandomRack(rng, 0));
+    if (list.empty()) break;
+    Lay(next, list.front());
+    boards.push_back(next);
+  }
+  ASSERT_GE(boards.size(), 4u);
+  std::vector<std::string> racks;
+  for (int i = 0; i < 12; ++i) racks.push_back(RandomRack(rng, i % 3));
+  const auto identity = [](const std::optional<ExactPlay>& p) {
+    return p ? p->Shown() + " " + p->Place() + " " + std::to_string(p->points) : std::string("none");
+  };
+  int compared = 0;
+  for (int search = 0; search < 66000; ++search) {
+    const size_t b = boards.size() - 1 - size_t(search / 4) % 2;
+    const std::string& rack = racks[size_t(search) % racks.size()];
+    const std::optional<ExactPlay> best = kept.Best(boards[b].data(), false, rack);
+    if (search < 65400 || search % 3) continue;
+    ExactMoves fresh(lexicon.Graph());
+    ASSERT_EQ(identity(best), identity(fresh.Best(boards[b].data(), false, rack)))
+        << "search " << search << " board " << b << " rack " << rack;
+    ++compared;
+  }
+  EXPECT_EQ(compared, 200);
+}
+
 // Boards of games the designed search played with the real list.
 std::vector<Turn> GameTurns() {
   std::vector<Turn> turns;
