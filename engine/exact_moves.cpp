@@ -311,8 +311,6 @@ inline int ExactMoves::MainBoundOf(const StripShape& shape, const int16_t* top, 
   return shape.fixed + shape.factor * std::min(all, open);
 }
 
-namespace {}  // namespace
-
 ExactMoves::ExactMoves(const WordGraph& graph) : graph_(graph) {}
 
 const std::vector<ExactPlay>& ExactMoves::All(const char* squares, bool firstPlay, std::string_view rack) {
@@ -1115,13 +1113,9 @@ void ExactMoves::AddStrips(bool down, int row) {
 ExactMoves::Strip ExactMoves::StripOf(const Entry& entry) const {
   const StripShape& shape = shapes_[entry.line][entry.shape];
   Strip strip;
-  strip.boardKey = shape.boardKey;
   strip.shape = shape;
   strip.crossMost = entry.crossMost;
   strip.crossedMost = entry.crossedMost;
-  strip.free = uint8_t(shape.Free());
-  strip.factor = shape.factor;
-  strip.fixed = shape.fixed;
   strip.down = entry.line >= kSize;
   strip.row = uint8_t(entry.line % kSize);
   strip.start = uint8_t(__builtin_ctz(shape.squares));
@@ -1293,10 +1287,10 @@ void ExactMoves::ListHits(Known& known, const Strip& strip) {
   for (int half = 0; half < 2 && !known.tooMany; ++half)
     for (uint64_t ways = known.unlisted[half]; ways && !known.tooMany; ways &= ways - 1) {
       const uint32_t way = uint32_t(half * 64 + __builtin_ctzll(ways));
-      if (haveBest_ && strip.fixed + WayWorth(way, weights) < best_.points) continue;
+      if (haveBest_ && strip.shape.fixed + WayWorth(way, weights) < best_.points) continue;
       known.unlisted[half] &= ~(1ull << (way & 63));
       uint32_t pairs[26];
-      PairCompletions(strip.boardKey + wayKey_[way], pairs, false);
+      PairCompletions(strip.shape.boardKey + wayKey_[way], pairs, false);
       for (int l = 0; l < 26; ++l)
         for (uint32_t ms = pairs[l]; ms; ms &= ms - 1) AddHit(known, way, l, __builtin_ctz(ms));
     }
@@ -1316,7 +1310,7 @@ void ExactMoves::StripWeights(const Strip& strip, int* weights) {
       if (s.tile >= 0) continue;
       const Premium p = premiums[x];
       // (put in its place without a branch: the lighter carried on)
-      uint8_t carried = uint8_t(p.letter * (strip.factor + (s.crossed ? p.word : 0)));
+      uint8_t carried = uint8_t(p.letter * (strip.shape.factor + (s.crossed ? p.word : 0)));
       for (int i = 0; i < n; ++i) {
         const uint8_t here = shape.weights[i];
         shape.weights[i] = std::max(here, carried);
@@ -1326,7 +1320,7 @@ void ExactMoves::StripWeights(const Strip& strip, int* weights) {
     }
     shape.weighed = true;
   }
-  for (int i = 0; i < strip.free; ++i) weights[i] = shape.weights[i];
+  for (int i = 0; i < strip.shape.Free(); ++i) weights[i] = shape.weights[i];
 }
 
 int ExactMoves::WayWorth(uint32_t way, const int* weights) const {
@@ -1342,13 +1336,13 @@ int ExactMoves::WayWorth(uint32_t way, const int* weights) const {
 int ExactMoves::Refine(const Strip& strip) {
   // With only the ways that make a word: a way's j dearest tiles are worth
   // at most top[j], and its tiles go dearest first on the heaviest squares.
-  const Known& known = KnownFor(strip.boardKey, strip.free);
+  const Known& known = KnownFor(strip.shape.boardKey, strip.shape.Free());
   if (!known.any) return -1;
   int weights[8];
   StripWeights(strip, weights);
-  weights[strip.free] = 0;
-  int bound = strip.fixed;
-  for (int j = 1; j <= strip.free; ++j) bound += (weights[j - 1] - weights[j]) * known.top[j];
+  weights[strip.shape.Free()] = 0;
+  int bound = strip.shape.fixed;
+  for (int j = 1; j <= strip.shape.Free(); ++j) bound += (weights[j - 1] - weights[j]) * known.top[j];
   return std::min(bound, MainBoundOf(strip.shape, known.top, strip.crossedMost) + strip.crossMost);
 }
 
@@ -1356,10 +1350,10 @@ void ExactMoves::SearchStrip(const Strip& strip) {
   EnterRow(strip.down, strip.row, strip.start, strip.end);
   start_ = strip.start;
   end_ = strip.end;
-  const int factor = strip.factor;
+  const int factor = strip.shape.factor;
   stripFactor_ = factor;
-  const int k = strip.free;
-  Known& known = KnownFor(strip.boardKey, k);
+  const int k = strip.shape.Free();
+  Known& known = KnownFor(strip.shape.boardKey, k);
   if (known.unlisted[0] | known.unlisted[1]) ListHits(known, strip);
   if (!known.tooMany) {
     SolveHits(known, strip);
@@ -1401,7 +1395,7 @@ void ExactMoves::SolveHits(const Known& known, const Strip& strip) {
   // The words of each multiset the rack makes here, laid where they fit;
   // a multiset only when its tiles, the dearest on the heaviest squares,
   // can reach the best play.
-  const int length = end_ - start_, k = strip.free;
+  const int length = end_ - start_, k = strip.shape.Free();
   int weights[7];
   StripWeights(strip, weights);
   // The multisets worth looking at, their places in the table of words
@@ -1413,10 +1407,10 @@ void ExactMoves::SolveHits(const Known& known, const Strip& strip) {
     const Hit& hit = hits_[known.hitsFrom + size_t(h)];
     if (hit.way != lastWay) {  // (the hits of a way come together)
       lastWay = hit.way;
-      bound = strip.fixed + WayWorth(hit.way, weights);
+      bound = strip.shape.fixed + WayWorth(hit.way, weights);
     }
     if (haveBest_ && bound < best_.points) continue;
-    uint64_t key = strip.boardKey + wayKey_[hit.way];
+    uint64_t key = strip.shape.boardKey + wayKey_[hit.way];
     for (const int8_t b : hit.blank)
       if (b >= 0) key += kLetterKey[size_t(b)];
     hashes[count] = AnagramHash(key);

@@ -177,16 +177,13 @@ class ExactMoves {
     int Free() const { return kN3 & 15; }
   };
   // A stretch of a row that a play of the best mode may cover exactly: from
-  // `start` to before `end`, with `free` squares to fill.
+  // `start` to before `end`, its shape as the board makes it.
   struct Strip {
-    uint64_t boardKey;  // the board's letters in it
     StripShape shape;
     int crossMost;    // the most its cross words may bring with the rack
     int crossedMost;  // ... its crossed squares, in its main word (without the word factor)
-    int16_t fixed;    // the points that do not hang on the tiles laid
-    int16_t factor;   // its word factor
     bool down;
-    uint8_t row, start, end, free;
+    uint8_t row, start, end;
     uint16_t shapeIndex;  // its shape in the row's
   };
   // A stretch waiting its turn with the most its plays could be worth, in
