@@ -13,8 +13,8 @@
 //     (one way alone, for a profile: the time of N passes, 20 unless told,
 //     of the positions with N blanks when told, the others searched untimed
 //     in between; the designed search (and the list of all plays) run
-//     untimed before each position when asked; under callgrind with --instr-atstart=no, the timed searches
-//     alone are counted)
+//     untimed before each position when asked; under callgrind with
+//     --instr-atstart=no, the timed searches alone are counted)
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
