@@ -367,9 +367,14 @@ void ExactMoves::TakeRack(std::string_view rack) {
   for (int i = 0; i < rackSize_; ++i)
     if (tileLetter_[i] >= 0 && (i == 0 || tileLetter_[i] != tileLetter_[i - 1]))
       byValue_[byValueCount_++] = tileLetter_[i];
-  for (int j = 0; j < 8; ++j) {
-    rankValue_[j] = j < byValueCount_ ? Value(byValue_[j]) : 0;
-    rankBit_[j] = j < byValueCount_ ? 1u << byValue_[j] : 0;
+  valueCount_ = 0;
+  for (int i = 0; i < byValueCount_; ++i) {
+    const int value = Value(byValue_[i]);
+    if (valueCount_ == 0 || classValue_[valueCount_ - 1] != value) {
+      classValue_[valueCount_] = value;
+      classLetters_[valueCount_++] = 0;
+    }
+    classLetters_[valueCount_ - 1] |= 1u << byValue_[i];
   }
   std::fill(std::begin(wayCount_), std::end(wayCount_), uint8_t(0));
   std::fill(std::begin(realWayCount_), std::end(realWayCount_), uint8_t(0));
@@ -883,7 +888,7 @@ bool ExactMoves::PairCompletions(uint64_t letters, uint32_t* seconds, bool anyOn
 void ExactMoves::RunBest(bool firstPlay) {
   MakeGraphTables();
   if (entries_.empty()) {
-    entries_.resize(2 * kSize * kShapesInRow);  // room for every shape
+    entries_.resize(2 * kSize * (kShapesInRow + 1));  // room for every shape and row
     hits_.resize(2 * known_.size() * kHits);    // room for every one's, and some moved
   }
   entryCount_ = 0;
@@ -908,10 +913,22 @@ void ExactMoves::RunBest(bool firstPlay) {
         for (size_t index = sevensFrom_[size_t(line)]; index < shapes_[size_t(line)].size(); ++index)
           SpotsFor(shapes_[size_t(line)][index].boardKey, 7, spots);
   }
-  for (const bool down : {false, true})
-    for (int row = 0; row < kSize; ++row)
-      if ((rowsWithAnchors_[down ? 1 : 0] >> row) & 1u) AddStrips(down, row);
-  stats_.strips = entryCount_;
+  // Each row's stretches of seven tiles weighed now; those of fewer, an
+  // entry for them all until the most they may be worth has its turn.
+  for (int line = 0; line < 2 * kSize; ++line) {
+    if (!((rowsWithAnchors_[line / kSize] >> (line % kSize)) & 1u)) continue;
+    AddSevens(line);
+    if (rowMost_[size_t(line)].free == 0) continue;
+    entries_[size_t(entryCount_)] =
+        Entry{.bound = RowBound(line),
+              .next = -1,
+              .crossMost = 0,
+              .crossedMost = 0,
+              .line = uint8_t(line),
+              .shape = kWholeRow,
+              .refined = true};
+    Push(entryCount_++);
+  }
   for (int bucket = topBucket_; bucket >= 0; --bucket) {
     if (haveBest_ && bucket < best_.points && bucket < kBuckets - 1) break;
     while (heads_[size_t(bucket)] >= 0) {
@@ -919,6 +936,10 @@ void ExactMoves::RunBest(bool firstPlay) {
       Entry& entry = entries_[size_t(index)];
       heads_[size_t(bucket)] = entry.next;
       if (haveBest_ && entry.bound < best_.points) continue;
+      if (entry.shape == kWholeRow) {
+        AddStrips(entry.line);
+        continue;
+      }
       const Strip strip = StripOf(entry);
       if (!entry.refined) {
         // The memory the next stretch will need is asked for while this
@@ -1024,90 +1045,138 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
   shapes.assign(made, made + madeCount);
   shapes.insert(shapes.end(), sevens, sevens + sevenCount);
   sevensFrom_[size_t(lineIndex)] = uint8_t(madeCount);
+  RowMost most;
+  for (int i = 0; i < madeCount; ++i) {
+    const StripShape& shape = made[i];
+    most.fixed = std::max(most.fixed, shape.fixed);
+    most.factor = std::max(most.factor, shape.factor);
+    most.n3 = std::max(most.n3, uint8_t(shape.kN3 >> 4));
+    most.n32 = std::max(most.n32, uint8_t(shape.n32O3 & 15));
+    most.free = std::max(most.free, uint8_t(shape.Free()));
+  }
+  rowMost_[size_t(lineIndex)] = most;
   shapeWeights_[size_t(lineIndex)].assign(shapes.size(), ShapeWeights{{}, false});
 }
 
-void ExactMoves::AddStrips(bool down, int row) {
+inline int ExactMoves::DearestOf(uint32_t letters) const {
+  int most = 0;
+  for (int j = valueCount_ - 1; j >= 0; --j) most = letters & classLetters_[j] ? classValue_[j] : most;
+  return most;
+}
+
+int ExactMoves::RowBound(int lineIndex) const {
+  // The most of each count of the row's stretches as if one stretch had
+  // them all, and every crossed square of the row taking the dearest
+  // letter of the rack its cross word allows.
+  const RowMost& most = rowMost_[size_t(lineIndex)];
+  const int row = lineIndex % kSize;
+  const Square* line = &squares_[lineIndex / kSize][size_t(row * kSize)];
+  const Premium* premiums = &kPremium[size_t(row * kSize)];
+  int cross = 0;
+  for (uint32_t xs = crossedSquares_[size_t(lineIndex)]; xs; xs &= xs - 1) {
+    const int x = __builtin_ctz(xs);
+    cross += DearestOf(line[x].cross) * premiums[x].letter * premiums[x].word;
+  }
+  return most.fixed + most.factor * (topValues_[most.n3] + topValues_[most.n32] + topValues_[most.free]) + cross;
+}
+
+void ExactMoves::CrossOf(int lineIndex, RowCross& cross) const {
   // Of the free squares with tiles above or below (the others take any
   // letter), those no letter of the rack may fill; and up to each square,
   // what they may bring at most, in their cross words and in the row's:
   // the dearest letter of the rack their cross words allow, times the
   // square's factors.
-  const int lineIndex = (down ? kSize : 0) + row;
-  const Square* line = &squares_[down ? 1 : 0][size_t(row * kSize)];
+  const int row = lineIndex % kSize;
+  const Square* line = &squares_[lineIndex / kSize][size_t(row * kSize)];
   const Premium* premiums = &kPremium[size_t(row * kSize)];
-  uint32_t blocked = 0;
-  int crossMost[kSize + 1] = {}, crossedMost[kSize + 1] = {};
   for (uint32_t xs = crossedSquares_[size_t(lineIndex)]; xs; xs &= xs - 1) {
     const int x = __builtin_ctz(xs);
-    const uint32_t cross = line[x].cross;
-    blocked |= uint32_t(!(cross & usable_)) << x;
-    uint32_t allowed = 1u << 7;  // (bit j: the rack's j-th dearest letter; then none)
-    for (int j = 0; j < 7; ++j) allowed |= uint32_t((cross & rankBit_[j]) != 0) << j;
-    const int most = rankValue_[__builtin_ctz(allowed)] * premiums[x].letter;
-    crossMost[x + 1] = most * premiums[x].word;
-    crossedMost[x + 1] = most;
+    const uint32_t letters = line[x].cross;
+    cross.blocked |= uint32_t(!(letters & usable_)) << x;
+    const int most = DearestOf(letters) * premiums[x].letter;
+    cross.crossMost[x + 1] = most * premiums[x].word;
+    cross.crossedMost[x + 1] = most;
   }
   for (int x = 0; x < kSize; ++x) {
-    crossMost[x + 1] += crossMost[x];
-    crossedMost[x + 1] += crossedMost[x];
+    cross.crossMost[x + 1] += cross.crossMost[x];
+    cross.crossedMost[x + 1] += cross.crossedMost[x];
   }
-  // (what the loops read and write held apart, so that no write is taken
-  // to change what they read)
-  const std::vector<StripShape>& shapes = shapes_[size_t(lineIndex)];
-  const StripShape* const first = shapes.data();
-  const int count = int(shapes.size()), sevens = sevensFrom_[size_t(lineIndex)], rackSize = rackSize_;
-  Entry* const entries = entries_.data();
-  int32_t* const heads = heads_.data();
+}
+
+int ExactMoves::AddEntries(int lineIndex, const RowCross& __restrict cross, int from, int to, const int16_t* top) {
+  // Each of the row's stretches from `from` to before `to` that the rack
+  // may fill, weighed with `top` (see MainBoundOf) and pushed. (What the
+  // loop reads and writes held apart, so that no write is taken to change
+  // what it reads.)
+  const StripShape* const shapes = shapes_[size_t(lineIndex)].data();
+  Entry* __restrict const entries = entries_.data();
+  int32_t* __restrict const heads = heads_.data();
+  const uint32_t blocked = cross.blocked;
+  const int rackSize = rackSize_;
   int used = entryCount_, topBucket = topBucket_;
-  const uint64_t rackKey = wayKey_[(1u << rackSize) - 1u];
-  const auto add = [&](int index, const int16_t* top, bool kept) __attribute__((always_inline)) {
-    const StripShape& shape = first[index];
-    const int from = __builtin_ctz(shape.squares), to = 32 - __builtin_clz(shape.squares);
-    const int cross = crossMost[to] - crossMost[from], crossed = crossedMost[to] - crossedMost[from];
-    const int bound = MainBoundOf(shape, top, crossed) + cross;
+  for (int index = from; index < to; ++index) {
+    const StripShape& shape = shapes[index];
+    const bool kept = !(shape.squares & blocked) && shape.Free() <= rackSize;
+    const int start = __builtin_ctz(shape.squares), end = 32 - __builtin_clz(shape.squares);
+    const int crossMost = cross.crossMost[end] - cross.crossMost[start];
+    const int crossedMost = cross.crossedMost[end] - cross.crossedMost[start];
+    const int bound = MainBoundOf(shape, top, crossedMost) + crossMost;
     const int bucket = std::min(bound, kBuckets - 1);
     entries[used] = Entry{.bound = bound,
                           .next = heads[bucket],
-                          .crossMost = int16_t(cross),
-                          .crossedMost = int16_t(crossed),
+                          .crossMost = int16_t(crossMost),
+                          .crossedMost = int16_t(crossedMost),
                           .line = uint8_t(lineIndex),
                           .shape = uint8_t(index),
                           .refined = false};
     heads[bucket] = kept ? used : heads[bucket];
     topBucket = kept ? std::max(topBucket, bucket) : topBucket;
     used += kept;
-  };
-  // Stretches of fewer than seven tiles, weighed by the rack's dearest
-  // tiles until their turn comes.
-  for (int index = 0; index < sevens; ++index) {
-    const StripShape& shape = first[index];
-    add(index, topValues_, !(shape.squares & blocked) && shape.Free() <= rackSize);
   }
-  // The plays of every tile: only when the rack's ways make a word with
-  // these board letters, and for what these ways bring.
-  if (rackSize == 7)
-    for (int index = sevens; index < count; ++index) {
-      const StripShape& shape = first[index];
-      if (shape.squares & blocked) continue;
-      if (rackBlanks_ == 0) {
-        // (without a blank, the one way is the whole rack: its word or none)
-        const FilterSpot spot = SpotOf(shape.boardKey + rackKey, multisets_.size() - 1);
-        ++stats_.lookups;
-        if ((multisets_[spot.at] & spot.bits) == spot.bits) add(index, topValues_, true);
-        continue;
-      }
-      if (rackBlanks_ == 2) {
-        // (with two, the one way is the whole rack too, taken to make a word
-        // until the stretch is searched)
-        add(index, topValues_, true);
-        continue;
-      }
-      const Known& known = KnownFor(shape.boardKey, 7);
-      if (known.any) add(index, known.top, true);
-    }
+  const int added = used - entryCount_;
   entryCount_ = used;
   topBucket_ = topBucket;
+  return added;
+}
+
+void ExactMoves::AddStrips(int lineIndex) {
+  // The stretches of fewer than seven tiles, weighed by the rack's dearest
+  // tiles until their turn comes.
+  RowCross cross;
+  CrossOf(lineIndex, cross);
+  stats_.strips += AddEntries(lineIndex, cross, 0, sevensFrom_[size_t(lineIndex)], topValues_);
+}
+
+void ExactMoves::AddSevens(int lineIndex) {
+  // The plays of every tile: only when the rack's ways make a word with
+  // the stretch's board letters, and for what these ways bring.
+  const std::vector<StripShape>& shapes = shapes_[size_t(lineIndex)];
+  const int count = int(shapes.size());
+  if (rackSize_ != 7 || sevensFrom_[size_t(lineIndex)] == count) return;
+  const uint64_t rackKey = wayKey_[(1u << rackSize_) - 1u];
+  RowCross cross;
+  bool crossMade = false;
+  for (int index = sevensFrom_[size_t(lineIndex)]; index < count; ++index) {
+    const StripShape& shape = shapes[size_t(index)];
+    const int16_t* top = topValues_;
+    if (rackBlanks_ == 0) {
+      // (without a blank, the one way is the whole rack: its word or none)
+      const FilterSpot spot = SpotOf(shape.boardKey + rackKey, multisets_.size() - 1);
+      ++stats_.lookups;
+      if ((multisets_[spot.at] & spot.bits) != spot.bits) continue;
+    } else if (rackBlanks_ == 1) {
+      const Known& known = KnownFor(shape.boardKey, 7);
+      if (!known.any) continue;
+      top = known.top;
+    }
+    // (with two, the one way is the whole rack too, taken to make a word
+    // until the stretch is searched)
+    if (!crossMade) {
+      CrossOf(lineIndex, cross);
+      crossMade = true;
+    }
+    stats_.strips += AddEntries(lineIndex, cross, index, index + 1, top);
+  }
 }
 
 ExactMoves::Strip ExactMoves::StripOf(const Entry& entry) const {

@@ -31,7 +31,10 @@
 // worth (the rack's dearest tiles on the heaviest squares, each square
 // between tiles above and below by the dearest letter of the rack its cross
 // word allows), and the stretches are searched the most promising first,
-// until none can reach the best play found. Before a stretch is searched
+// until none can reach the best play found. A row's stretches of fewer than
+// seven tiles wait as one, weighed by the highest of their counts as if one
+// stretch had them all, and are weighed one by one only when that can
+// still reach the best play. Before a stretch is searched
 // its weight is made closer: only the ways of taking tiles from the rack
 // that make a word of its length with its board letters count (the letters
 // of every word, as multisets, are kept in a filter made at the first
@@ -194,7 +197,7 @@ class ExactMoves {
     int16_t crossMost;    // the most its cross words may bring with the rack
     int16_t crossedMost;  // ... its crossed squares, in its main word (without the word factor)
     uint8_t line;         // its row (down after across)
-    uint8_t shape;        // its shape in the row's
+    uint8_t shape;        // its shape in the row's (kWholeRow: the row's stretches of fewer than seven tiles)
     bool refined;
   };
 
@@ -215,7 +218,24 @@ class ExactMoves {
   void RunBest(bool firstPlay);
   void MakeGraphTables();
   void MakeShapes(bool down, int row, bool firstPlay);
-  void AddStrips(bool down, int row);
+  // A row's stretches of fewer than seven tiles are weighed only when the
+  // most any of them may be worth (RowBound) can still reach the best play;
+  // those of seven tiles at once (AddSevens).
+  int RowBound(int lineIndex) const;
+  void AddStrips(int lineIndex);
+  void AddSevens(int lineIndex);
+  // Of a row's free squares with tiles above or below, those no tile of the
+  // rack may fill, and up to each square what they may bring at most with
+  // the rack (see AddStrips).
+  struct RowCross {
+    uint32_t blocked = 0;
+    int crossMost[16] = {};
+    int crossedMost[16] = {};
+  };
+  void CrossOf(int lineIndex, RowCross& cross) const;
+  // The dearest value of the rack's letters among `letters` (0 for none).
+  int DearestOf(uint32_t letters) const;
+  int AddEntries(int lineIndex, const RowCross& cross, int from, int to, const int16_t* top);
   void Push(int entry);
   Strip StripOf(const Entry& entry) const;
   static int MainBoundOf(const StripShape& shape, const int16_t* top, int crossedMost);
@@ -305,14 +325,23 @@ class ExactMoves {
   // and bits (then 0).
   int8_t byValue_[7] = {};
   int byValueCount_ = 0;
-  int rankValue_[8] = {};
-  uint32_t rankBit_[8] = {};
+  // The rack's letters by their values, dearest value first (then none).
+  int valueCount_ = 0;
+  int classValue_[7] = {};
+  uint32_t classLetters_[7] = {};
 
   // The stretches a play may cover, as the board makes them, by row (down
   // after across), kept while the row's squares stand; the rows to make
   // again (bit by row, across and down).
   std::array<std::vector<StripShape>, 2 * 15> shapes_;
   std::array<uint8_t, 2 * 15> sevensFrom_{};  // of each row, its first shape of seven tiles (they come last)
+  // Of each row, the most of each count over its stretches of fewer than
+  // seven tiles, each on its own (free squares 0: there are none).
+  struct RowMost {
+    int16_t fixed = 0;
+    uint8_t factor = 0, n3 = 0, n32 = 0, free = 0;
+  };
+  std::array<RowMost, 2 * 15> rowMost_{};
   // For each shape, what a point of a tile is worth on each of its free
   // squares (in the word and in its cross word), heaviest first, once told.
   struct ShapeWeights {
@@ -324,6 +353,7 @@ class ExactMoves {
   std::array<uint16_t, 2 * 15> crossedSquares_{};  // of each row, the free squares with a tile above or below
   // The stretches of the best mode, and for each bound the last pushed.
   static constexpr int kShapesInRow = 15 * 16 / 2;  // a first and a last column at most
+  static constexpr uint8_t kWholeRow = 255;         // the shape of an entry that stands for its row's
   std::vector<Entry> entries_;
   int entryCount_ = 0;
   std::vector<int32_t> heads_;
