@@ -241,25 +241,27 @@ constexpr int kBuckets = 512;  // the last takes every bound above
 
 // The squares of a stretch counted in one number, a field for each count:
 // the counts of a stretch are the difference of two sums from the row's left
-// edge (a row has 15 squares: no field overflows into the next).
+// edge. A stretch has seven free squares at most: three bits are enough for
+// the counts of free squares (the sums from the edge overflow into the next
+// field, but the difference of two is exact all the same).
 enum CountField : int {
-  kFreeSquares = 0,                 // free squares (4 bits)
-  kTripleLetters = 4,               // ... that triple their letter (4 bits)
-  kDoubleOrTripleLetters = 8,       // ... that double or triple it (4 bits)
-  kOpenTripleLetters = 12,          // free squares not crossed that triple their letter (4 bits)
-  kOpenDoubleOrTripleLetters = 16,  // ... that double or triple it (4 bits)
-  kOpenSquares = 20,                // free squares not crossed (4 bits)
-  kDoubleWords = 24,                // free squares that double the word (4 bits)
-  kTripleWords = 28,                // ... triple it (4 bits)
-  kCrossedSquares = 32,             // free squares between tiles above and below (4 bits)
-  kBoardPoints = 36,                // the board's tiles in the stretch (8 bits: at most 150)
-  kCrossPoints = 44,  // the tiles above and below crossed squares, times their word factors (14 bits)
+  kFreeSquares = 0,                // free squares (3 bits)
+  kDoubleOrTripleLetters = 3,      // ... that double or triple their letter (3 bits)
+  kTripleLetters = 6,              // ... that triple it (3 bits)
+  kOpenSquares = 9,                // free squares not crossed (3 bits)
+  kOpenDoubleOrTripleLetters = 12, // ... that double or triple their letter (3 bits)
+  kOpenTripleLetters = 15,         // ... that triple it (3 bits)
+  kDoubleWords = 18,               // free squares that double the word (3 bits)
+  kTripleWords = 21,               // ... triple it (3 bits)
+  kCrossedSquares = 24,            // free squares between tiles above and below (3 bits)
+  kBoardPoints = 27,               // the board's tiles in the stretch (8 bits: at most 150)
+  kCrossPoints = 35,  // the tiles above and below crossed squares, times their word factors (14 bits)
 };
-// (A shape takes the counts of its bound as three bytes, as they lie.)
-static_assert(kFreeSquares == 0 && kTripleLetters == 4 && kDoubleOrTripleLetters == 8 &&
-              kOpenTripleLetters == 12 && kOpenDoubleOrTripleLetters == 16 && kOpenSquares == 20);
+// (A shape takes the counts of its bound as two indices of sums, as they lie.)
+static_assert(kFreeSquares == 0 && kDoubleOrTripleLetters == 3 && kTripleLetters == 6 && kOpenSquares == 9 &&
+              kOpenDoubleOrTripleLetters == 12 && kOpenTripleLetters == 15);
 int Count(uint64_t counts, CountField field) {
-  const int bits = field == kBoardPoints ? 8 : field == kCrossPoints ? 14 : 4;
+  const int bits = field == kBoardPoints ? 8 : field == kCrossPoints ? 14 : 3;
   return int(counts >> field) & ((1 << bits) - 1);
 }
 
@@ -284,31 +286,37 @@ constexpr std::array<uint64_t, 225> kOpenCounts = MakeFreeCounts(false);
 
 // The word factor of a stretch by its counts of double and triple word
 // squares (a line holds three of each at most).
-constexpr std::array<int16_t, 256> MakeWordFactors() {
-  std::array<int16_t, 256> factors{};
+constexpr std::array<int16_t, 64> MakeWordFactors() {
+  std::array<int16_t, 64> factors{};
   constexpr int kPowers2[4] = {1, 2, 4, 8};
   constexpr int kPowers3[4] = {1, 3, 9, 27};
-  for (int doubles = 0; doubles < 16; ++doubles)
-    for (int triples = 0; triples < 16; ++triples)
-      factors[size_t(triples << 4 | doubles)] =
+  for (int doubles = 0; doubles < 8; ++doubles)
+    for (int triples = 0; triples < 8; ++triples)
+      factors[size_t(triples << 3 | doubles)] =
           int16_t(kPowers2[std::min(doubles, 3)] * kPowers3[std::min(triples, 3)]);
   return factors;
 }
-constexpr std::array<int16_t, 256> kWordFactors = MakeWordFactors();
-int WordFactorOf(uint64_t counts) { return kWordFactors[size_t(counts >> kDoubleWords) & 255u]; }
+constexpr std::array<int16_t, 64> kWordFactors = MakeWordFactors();
+static_assert(kTripleWords == kDoubleWords + 3);
+int WordFactorOf(uint64_t counts) { return kWordFactors[size_t(counts >> kDoubleWords) & 63u]; }
 
 }  // namespace
 
-inline int ExactMoves::MainBoundOf(const StripShape& shape, const int16_t* top, int crossedMost) {
+inline int ExactMoves::MainBoundOf(const StripShape& shape, int all, int open, int crossedMost) {
   // The most a stretch's plays may be worth, less what the tiles laid add
   // to cross words, when the sum of the j dearest tiles laid is at most
   // top[j]: the dearest on the squares that triple their letter, then on
-  // those that double it; or the dearest so on the squares not crossed,
-  // and on the crossed ones, at most `crossedMost` in all (each letter
-  // times its square's factor), what their cross words allow.
-  const int all = top[shape.kN3 >> 4] + top[shape.n32O3 & 15] + top[shape.kN3 & 15];
-  const int open = top[shape.n32O3 >> 4] + top[shape.o32Open & 15] + top[shape.o32Open >> 4] + crossedMost;
-  return shape.fixed + shape.factor * std::min(all, open);
+  // those that double it (`all`, the sum of top at the shape's AllIndex);
+  // or the dearest so on the squares not crossed (`open`, at its
+  // OpenIndex), and on the crossed ones at most `crossedMost` in all (each
+  // letter times its square's factor), what their cross words allow.
+  return shape.fixed + shape.Factor() * std::min(all, open + crossedMost);
+}
+
+void ExactMoves::FillSums(const int16_t* top, int16_t* sums) {
+  for (int a = 0; a < 8; ++a)
+    for (int b = a; b < 8; ++b)
+      for (int c = b; c < 8; ++c) sums[a << 6 | b << 3 | c] = int16_t(top[a] + top[b] + top[c]);
 }
 
 ExactMoves::ExactMoves(const WordGraph& graph) : graph_(graph) {}
@@ -356,6 +364,7 @@ void ExactMoves::TakeRack(std::string_view rack) {
   topValues_[0] = 0;
   for (int k = 0; k < 7; ++k) topValues_[k + 1] = int16_t(topValues_[k] + (k < rackSize_ ? values[k] : 0));
   if (mode_ != Mode::Best) return;
+  FillSums(topValues_, topSums_);
 
   // The tiles by value, highest first, alike letters side by side, blanks
   // last; the ways of taking some of them, each set of letters once.
@@ -983,7 +992,7 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
   uint32_t tiles = 0, crossed = 0, dead = 1u << kSize;
   uint64_t counts[kSize + 1], keys[kSize + 1];
   counts[0] = keys[0] = 0;
-  int frees[kSize + 8], freeCount = 0;
+  int frees[kSize + 8], freeCount = 0, freeBefore[kSize];
   for (int x = 0; x < kSize; ++x) {
     const Square& s = line[x];
     const size_t square = size_t(row * kSize + x);
@@ -994,6 +1003,7 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
                     (uint64_t(s.crossSum * kPremium[square].word) << kCrossPoints);
     keys[x + 1] = keys[x] + kTileKey[size_t(s.tile + 1)];
     frees[freeCount] = x;
+    freeBefore[x] = freeCount;
     freeCount += !tile;
     tiles |= uint32_t(tile) << x;
     crossed |= uint32_t(s.crossed) << x;
@@ -1015,10 +1025,9 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
     // Ends from the first square a play must cover (with its fewest tiles,
     // and past the start) to before the free square one beyond seven
     // tiles, or before a square no letter fills.
-    const int freeBefore = Count(counts[start], kFreeSquares);
-    const int last = std::min(frees[freeBefore + 7], __builtin_ctz(dead >> start << start));
+    const int last = std::min(frees[freeBefore[start] + 7], __builtin_ctz(dead >> start << start));
     const int first =
-        std::max({__builtin_ctz(touch >> start << start), frees[freeBefore + fewest - 1], start + 1});
+        std::max({__builtin_ctz(touch >> start << start), frees[freeBefore[start] + fewest - 1], start + 1});
     if (first >= last) continue;
     for (uint32_t es = ends & ((1u << last) - 1u) >> first << first; es; es &= es - 1) {
       const int e = __builtin_ctz(es);
@@ -1029,11 +1038,8 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
       shape.boardKey = keys[e + 1] - keys[start];
       shape.fixed = int16_t(Count(c, kBoardPoints) * factor + Count(c, kCrossPoints) + (k == 7 ? kBonus : 0));
       shape.squares = uint16_t(((1u << (e + 1)) - 1u) >> start << start);
-      shape.factor = uint8_t(factor);
       // (the counts of the bound, as the fields lie)
-      shape.kN3 = uint8_t(c);
-      shape.n32O3 = uint8_t(c >> 8);
-      shape.o32Open = uint8_t(c >> 16);
+      shape.counts = uint32_t(factor) | uint32_t(c & ((1u << 18) - 1u)) << 8;
       // One tile with a tile above or below it makes a play down.
       const bool kept = down || k != 1 || Count(c, kCrossedSquares) != 1;
       sevenCount += kept && k == 7;
@@ -1049,9 +1055,9 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
   for (int i = 0; i < madeCount; ++i) {
     const StripShape& shape = made[i];
     most.fixed = std::max(most.fixed, shape.fixed);
-    most.factor = std::max(most.factor, shape.factor);
-    most.n3 = std::max(most.n3, uint8_t(shape.kN3 >> 4));
-    most.n32 = std::max(most.n32, uint8_t(shape.n32O3 & 15));
+    most.factor = std::max(most.factor, uint8_t(shape.Factor()));
+    most.n3 = std::max(most.n3, uint8_t(shape.AllIndex() >> 6));
+    most.n32 = std::max(most.n32, uint8_t((shape.AllIndex() >> 3) & 7));
     most.free = std::max(most.free, uint8_t(shape.Free()));
   }
   rowMost_[size_t(lineIndex)] = most;
@@ -1103,9 +1109,9 @@ void ExactMoves::CrossOf(int lineIndex, RowCross& cross) const {
   }
 }
 
-int ExactMoves::AddEntries(int lineIndex, const RowCross& __restrict cross, int from, int to, const int16_t* top) {
+int ExactMoves::AddEntries(int lineIndex, const RowCross& __restrict cross, int from, int to, const int16_t* sums) {
   // Each of the row's stretches from `from` to before `to` that the rack
-  // may fill, weighed with `top` (see MainBoundOf) and pushed. (What the
+  // may fill, weighed with `sums` (see MainBoundOf) and pushed. (What the
   // loop reads and writes held apart, so that no write is taken to change
   // what it reads.)
   const StripShape* const shapes = shapes_[size_t(lineIndex)].data();
@@ -1120,7 +1126,8 @@ int ExactMoves::AddEntries(int lineIndex, const RowCross& __restrict cross, int 
     const int start = __builtin_ctz(shape.squares), end = 32 - __builtin_clz(shape.squares);
     const int crossMost = cross.crossMost[end] - cross.crossMost[start];
     const int crossedMost = cross.crossedMost[end] - cross.crossedMost[start];
-    const int bound = MainBoundOf(shape, top, crossedMost) + crossMost;
+    const int bound =
+        MainBoundOf(shape, sums[shape.AllIndex()], sums[shape.OpenIndex()], crossedMost) + crossMost;
     const int bucket = std::min(bound, kBuckets - 1);
     entries[used] = Entry{.bound = bound,
                           .next = heads[bucket],
@@ -1144,7 +1151,7 @@ void ExactMoves::AddStrips(int lineIndex) {
   // tiles until their turn comes.
   RowCross cross;
   CrossOf(lineIndex, cross);
-  stats_.strips += AddEntries(lineIndex, cross, 0, sevensFrom_[size_t(lineIndex)], topValues_);
+  stats_.strips += AddEntries(lineIndex, cross, 0, sevensFrom_[size_t(lineIndex)], topSums_);
 }
 
 void ExactMoves::AddSevens(int lineIndex) {
@@ -1158,7 +1165,8 @@ void ExactMoves::AddSevens(int lineIndex) {
   bool crossMade = false;
   for (int index = sevensFrom_[size_t(lineIndex)]; index < count; ++index) {
     const StripShape& shape = shapes[size_t(index)];
-    const int16_t* top = topValues_;
+    const int16_t* sums = topSums_;
+    int16_t knownSums[512];
     if (rackBlanks_ == 0) {
       // (without a blank, the one way is the whole rack: its word or none)
       const FilterSpot spot = SpotOf(shape.boardKey + rackKey, multisets_.size() - 1);
@@ -1167,7 +1175,8 @@ void ExactMoves::AddSevens(int lineIndex) {
     } else if (rackBlanks_ == 1) {
       const Known& known = KnownFor(shape.boardKey, 7);
       if (!known.any) continue;
-      top = known.top;
+      FillSums(known.top, knownSums);
+      sums = knownSums;
     }
     // (with two, the one way is the whole rack too, taken to make a word
     // until the stretch is searched)
@@ -1175,7 +1184,7 @@ void ExactMoves::AddSevens(int lineIndex) {
       CrossOf(lineIndex, cross);
       crossMade = true;
     }
-    stats_.strips += AddEntries(lineIndex, cross, index, index + 1, top);
+    stats_.strips += AddEntries(lineIndex, cross, index, index + 1, sums);
   }
 }
 
@@ -1379,7 +1388,7 @@ void ExactMoves::StripWeights(const Strip& strip, int* weights) {
       if (s.tile >= 0) continue;
       const Premium p = premiums[x];
       // (put in its place without a branch: the lighter carried on)
-      uint8_t carried = uint8_t(p.letter * (strip.shape.factor + (s.crossed ? p.word : 0)));
+      uint8_t carried = uint8_t(p.letter * (strip.shape.Factor() + (s.crossed ? p.word : 0)));
       for (int i = 0; i < n; ++i) {
         const uint8_t here = shape.weights[i];
         shape.weights[i] = std::max(here, carried);
@@ -1412,14 +1421,15 @@ int ExactMoves::Refine(const Strip& strip) {
   weights[strip.shape.Free()] = 0;
   int bound = strip.shape.fixed;
   for (int j = 1; j <= strip.shape.Free(); ++j) bound += (weights[j - 1] - weights[j]) * known.top[j];
-  return std::min(bound, MainBoundOf(strip.shape, known.top, strip.crossedMost) + strip.crossMost);
+  const int all = SumOf(known.top, strip.shape.AllIndex()), open = SumOf(known.top, strip.shape.OpenIndex());
+  return std::min(bound, MainBoundOf(strip.shape, all, open, strip.crossedMost) + strip.crossMost);
 }
 
 void ExactMoves::SearchStrip(const Strip& strip) {
   EnterRow(strip.down, strip.row, strip.start, strip.end);
   start_ = strip.start;
   end_ = strip.end;
-  const int factor = strip.shape.factor;
+  const int factor = strip.shape.Factor();
   stripFactor_ = factor;
   const int k = strip.shape.Free();
   Known& known = KnownFor(strip.shape.boardKey, k);

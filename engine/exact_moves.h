@@ -172,12 +172,15 @@ class ExactMoves {
     uint64_t boardKey;  // the board's letters in it
     int16_t fixed;      // the points that do not hang on the tiles laid
     uint16_t squares;   // bit x: column x is in it
-    uint8_t factor;     // its word factor
-    // Its free squares (k), those that triple and double or triple their
-    // letter (n3, n32), the same of those not crossed (o3, o32) and the
-    // free squares not crossed (open), four bits each.
-    uint8_t kN3, n32O3, o32Open;
-    int Free() const { return kN3 & 15; }
+    // Its word factor (8 bits); then three bits each: its free squares,
+    // those that double or triple their letter and those that triple it (an
+    // index of sums, see MainBoundOf); and the same of its free squares not
+    // crossed.
+    uint32_t counts;
+    int Factor() const { return int(counts & 255u); }
+    int Free() const { return int(counts >> 8) & 7; }
+    int AllIndex() const { return int(counts >> 8) & 511; }
+    int OpenIndex() const { return int(counts >> 17) & 511; }
   };
   // A stretch of a row that a play of the best mode may cover exactly: from
   // `start` to before `end`, its shape as the board makes it.
@@ -235,10 +238,13 @@ class ExactMoves {
   void CrossOf(int lineIndex, RowCross& cross) const;
   // The dearest value of the rack's letters among `letters` (0 for none).
   int DearestOf(uint32_t letters) const;
-  int AddEntries(int lineIndex, const RowCross& cross, int from, int to, const int16_t* top);
+  int AddEntries(int lineIndex, const RowCross& cross, int from, int to, const int16_t* sums);
   void Push(int entry);
   Strip StripOf(const Entry& entry) const;
-  static int MainBoundOf(const StripShape& shape, const int16_t* top, int crossedMost);
+  static int MainBoundOf(const StripShape& shape, int all, int open, int crossedMost);
+  // The sums top[a] + top[b] + top[c] at index a << 6 | b << 3 | c, for a <= b <= c.
+  static void FillSums(const int16_t* top, int16_t* sums);
+  static int SumOf(const int16_t* top, int index) { return top[index >> 6] + top[(index >> 3) & 7] + top[index & 7]; }
   struct Known;
   Known& KnownFor(uint64_t boardKey, int k);
   void AddHit(Known& known, uint32_t way, int first, int second);
@@ -311,6 +317,7 @@ class ExactMoves {
   int8_t rackBlanks_ = 0;              // as drawn
   int rackSize_ = 0;
   int16_t topValues_[8] = {};  // sums of the rack's highest values: topValues_[k] for the k highest
+  int16_t topSums_[512] = {};  // of topValues_ (see FillSums)
   // The rack's tiles by value, highest first (a blank is -1), the ways to
   // take some of them that differ in letters, and for each way the multiset
   // of its letters.
