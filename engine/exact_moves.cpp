@@ -624,9 +624,12 @@ void ExactMoves::PrepareSquares(const char* board, bool down, bool firstPlay, co
       }
       // A row whose stretches change (by its tiles, its cross words' tiles
       // and the letters these allow) has them made again.
-      if (s.crossSum != kept.crossSum || s.crossed != kept.crossed || s.cross != kept.cross ||
-          s.tile != kept.tile || s.tileValue != kept.tileValue)
-        shapesDirty_[down ? 1 : 0] |= 1u << y;
+      // (a square's anchor changes only with a tile beside it: in its
+      // row, or above or below it, where its cross word changes too)
+      uint64_t now, before;
+      std::memcpy(&now, &s, sizeof now);
+      std::memcpy(&before, &kept, sizeof before);
+      if (now != before) shapesDirty_[down ? 1 : 0] |= 1u << y;
       kept = s;
     }
     rows &= ~(1u << y);

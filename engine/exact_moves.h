@@ -160,6 +160,7 @@ class ExactMoves {
     uint8_t tileValue : 4 = 0;  // its value (0 for a blank)
     bool crossed : 1 = false;   // a tile above or below it
     bool anchor : 1 = false;
+    uint8_t spare : 2 = 0;  // (all its bits set: squares compare as one number)
   };
   static_assert(sizeof(Square) == 8);
   enum class Mode { All, Best };
