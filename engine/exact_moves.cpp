@@ -241,27 +241,25 @@ constexpr int kBuckets = 512;  // the last takes every bound above
 
 // The squares of a stretch counted in one number, a field for each count:
 // the counts of a stretch are the difference of two sums from the row's left
-// edge. A stretch has seven free squares at most: three bits are enough for
-// the counts of free squares (the sums from the edge overflow into the next
-// field, but the difference of two is exact all the same).
+// edge (a row has 15 squares: no field overflows into the next).
 enum CountField : int {
-  kFreeSquares = 0,                // free squares (3 bits)
-  kDoubleOrTripleLetters = 3,      // ... that double or triple their letter (3 bits)
-  kTripleLetters = 6,              // ... that triple it (3 bits)
-  kOpenSquares = 9,                // free squares not crossed (3 bits)
-  kOpenDoubleOrTripleLetters = 12, // ... that double or triple their letter (3 bits)
-  kOpenTripleLetters = 15,         // ... that triple it (3 bits)
-  kDoubleWords = 18,               // free squares that double the word (3 bits)
-  kTripleWords = 21,               // ... triple it (3 bits)
-  kCrossedSquares = 24,            // free squares between tiles above and below (3 bits)
-  kBoardPoints = 27,               // the board's tiles in the stretch (8 bits: at most 150)
-  kCrossPoints = 35,  // the tiles above and below crossed squares, times their word factors (14 bits)
+  kFreeSquares = 0,                 // free squares (4 bits)
+  kTripleLetters = 4,               // ... that triple their letter (4 bits)
+  kDoubleOrTripleLetters = 8,       // ... that double or triple it (4 bits)
+  kOpenTripleLetters = 12,          // free squares not crossed that triple their letter (4 bits)
+  kOpenDoubleOrTripleLetters = 16,  // ... that double or triple it (4 bits)
+  kOpenSquares = 20,                // free squares not crossed (4 bits)
+  kDoubleWords = 24,                // free squares that double the word (4 bits)
+  kTripleWords = 28,                // ... triple it (4 bits)
+  kCrossedSquares = 32,             // free squares between tiles above and below (4 bits)
+  kBoardPoints = 36,                // the board's tiles in the stretch (8 bits: at most 150)
+  kCrossPoints = 44,  // the tiles above and below crossed squares, times their word factors (14 bits)
 };
-// (A shape takes the counts of its bound as two indices of sums, as they lie.)
-static_assert(kFreeSquares == 0 && kDoubleOrTripleLetters == 3 && kTripleLetters == 6 && kOpenSquares == 9 &&
-              kOpenDoubleOrTripleLetters == 12 && kOpenTripleLetters == 15);
+// (A shape takes the counts of its bound as three bytes, as they lie.)
+static_assert(kFreeSquares == 0 && kTripleLetters == 4 && kDoubleOrTripleLetters == 8 &&
+              kOpenTripleLetters == 12 && kOpenDoubleOrTripleLetters == 16 && kOpenSquares == 20);
 int Count(uint64_t counts, CountField field) {
-  const int bits = field == kBoardPoints ? 8 : field == kCrossPoints ? 14 : 3;
+  const int bits = field == kBoardPoints ? 8 : field == kCrossPoints ? 14 : 4;
   return int(counts >> field) & ((1 << bits) - 1);
 }
 
@@ -286,37 +284,31 @@ constexpr std::array<uint64_t, 225> kOpenCounts = MakeFreeCounts(false);
 
 // The word factor of a stretch by its counts of double and triple word
 // squares (a line holds three of each at most).
-constexpr std::array<int16_t, 64> MakeWordFactors() {
-  std::array<int16_t, 64> factors{};
+constexpr std::array<int16_t, 256> MakeWordFactors() {
+  std::array<int16_t, 256> factors{};
   constexpr int kPowers2[4] = {1, 2, 4, 8};
   constexpr int kPowers3[4] = {1, 3, 9, 27};
-  for (int doubles = 0; doubles < 8; ++doubles)
-    for (int triples = 0; triples < 8; ++triples)
-      factors[size_t(triples << 3 | doubles)] =
+  for (int doubles = 0; doubles < 16; ++doubles)
+    for (int triples = 0; triples < 16; ++triples)
+      factors[size_t(triples << 4 | doubles)] =
           int16_t(kPowers2[std::min(doubles, 3)] * kPowers3[std::min(triples, 3)]);
   return factors;
 }
-constexpr std::array<int16_t, 64> kWordFactors = MakeWordFactors();
-static_assert(kTripleWords == kDoubleWords + 3);
-int WordFactorOf(uint64_t counts) { return kWordFactors[size_t(counts >> kDoubleWords) & 63u]; }
+constexpr std::array<int16_t, 256> kWordFactors = MakeWordFactors();
+int WordFactorOf(uint64_t counts) { return kWordFactors[size_t(counts >> kDoubleWords) & 255u]; }
 
 }  // namespace
 
-inline int ExactMoves::MainBoundOf(const StripShape& shape, int all, int open, int crossedMost) {
+inline int ExactMoves::MainBoundOf(const StripShape& shape, const int16_t* top, int crossedMost) {
   // The most a stretch's plays may be worth, less what the tiles laid add
   // to cross words, when the sum of the j dearest tiles laid is at most
   // top[j]: the dearest on the squares that triple their letter, then on
-  // those that double it (`all`, the sum of top at the shape's AllIndex);
-  // or the dearest so on the squares not crossed (`open`, at its
-  // OpenIndex), and on the crossed ones at most `crossedMost` in all (each
-  // letter times its square's factor), what their cross words allow.
-  return shape.fixed + shape.Factor() * std::min(all, open + crossedMost);
-}
-
-void ExactMoves::FillSums(const int16_t* top, int16_t* sums) {
-  for (int a = 0; a < 8; ++a)
-    for (int b = a; b < 8; ++b)
-      for (int c = b; c < 8; ++c) sums[a << 6 | b << 3 | c] = int16_t(top[a] + top[b] + top[c]);
+  // those that double it; or the dearest so on the squares not crossed,
+  // and on the crossed ones, at most `crossedMost` in all (each letter
+  // times its square's factor), what their cross words allow.
+  const int all = top[shape.kN3 >> 4] + top[shape.n32O3 & 15] + top[shape.kN3 & 15];
+  const int open = top[shape.n32O3 >> 4] + top[shape.o32Open & 15] + top[shape.o32Open >> 4] + crossedMost;
+  return shape.fixed + shape.factor * std::min(all, open);
 }
 
 ExactMoves::ExactMoves(const WordGraph& graph) : graph_(graph) {}
@@ -364,7 +356,6 @@ void ExactMoves::TakeRack(std::string_view rack) {
   topValues_[0] = 0;
   for (int k = 0; k < 7; ++k) topValues_[k + 1] = int16_t(topValues_[k] + (k < rackSize_ ? values[k] : 0));
   if (mode_ != Mode::Best) return;
-  FillSums(topValues_, topSums_);
 
   // The tiles by value, highest first, alike letters side by side, blanks
   // last; the ways of taking some of them, each set of letters once.
@@ -376,14 +367,9 @@ void ExactMoves::TakeRack(std::string_view rack) {
   for (int i = 0; i < rackSize_; ++i)
     if (tileLetter_[i] >= 0 && (i == 0 || tileLetter_[i] != tileLetter_[i - 1]))
       byValue_[byValueCount_++] = tileLetter_[i];
-  valueCount_ = 0;
-  for (int i = 0; i < byValueCount_; ++i) {
-    const int value = Value(byValue_[i]);
-    if (valueCount_ == 0 || classValue_[valueCount_ - 1] != value) {
-      classValue_[valueCount_] = value;
-      classLetters_[valueCount_++] = 0;
-    }
-    classLetters_[valueCount_ - 1] |= 1u << byValue_[i];
+  for (int j = 0; j < 8; ++j) {
+    rankValue_[j] = j < byValueCount_ ? Value(byValue_[j]) : 0;
+    rankBit_[j] = j < byValueCount_ ? 1u << byValue_[j] : 0;
   }
   std::fill(std::begin(wayCount_), std::end(wayCount_), uint8_t(0));
   std::fill(std::begin(realWayCount_), std::end(realWayCount_), uint8_t(0));
@@ -624,12 +610,9 @@ void ExactMoves::PrepareSquares(const char* board, bool down, bool firstPlay, co
       }
       // A row whose stretches change (by its tiles, its cross words' tiles
       // and the letters these allow) has them made again.
-      // (a square's anchor changes only with a tile beside it: in its
-      // row, or above or below it, where its cross word changes too)
-      uint64_t now, before;
-      std::memcpy(&now, &s, sizeof now);
-      std::memcpy(&before, &kept, sizeof before);
-      if (now != before) shapesDirty_[down ? 1 : 0] |= 1u << y;
+      if (s.crossSum != kept.crossSum || s.crossed != kept.crossed || s.cross != kept.cross ||
+          s.tile != kept.tile || s.tileValue != kept.tileValue)
+        shapesDirty_[down ? 1 : 0] |= 1u << y;
       kept = s;
     }
     rows &= ~(1u << y);
@@ -900,7 +883,7 @@ bool ExactMoves::PairCompletions(uint64_t letters, uint32_t* seconds, bool anyOn
 void ExactMoves::RunBest(bool firstPlay) {
   MakeGraphTables();
   if (entries_.empty()) {
-    entries_.resize(2 * kSize * (kShapesInRow + 1));  // room for every shape and row
+    entries_.resize(2 * kSize * kShapesInRow);  // room for every shape
     hits_.resize(2 * known_.size() * kHits);    // room for every one's, and some moved
   }
   entryCount_ = 0;
@@ -925,22 +908,10 @@ void ExactMoves::RunBest(bool firstPlay) {
         for (size_t index = sevensFrom_[size_t(line)]; index < shapes_[size_t(line)].size(); ++index)
           SpotsFor(shapes_[size_t(line)][index].boardKey, 7, spots);
   }
-  // Each row's stretches of seven tiles weighed now; those of fewer, an
-  // entry for them all until the most they may be worth has its turn.
-  for (int line = 0; line < 2 * kSize; ++line) {
-    if (!((rowsWithAnchors_[line / kSize] >> (line % kSize)) & 1u)) continue;
-    AddSevens(line);
-    if (rowMost_[size_t(line)].free == 0) continue;
-    entries_[size_t(entryCount_)] =
-        Entry{.bound = RowBound(line),
-              .next = -1,
-              .crossMost = 0,
-              .crossedMost = 0,
-              .line = uint8_t(line),
-              .shape = kWholeRow,
-              .refined = true};
-    Push(entryCount_++);
-  }
+  for (const bool down : {false, true})
+    for (int row = 0; row < kSize; ++row)
+      if ((rowsWithAnchors_[down ? 1 : 0] >> row) & 1u) AddStrips(down, row);
+  stats_.strips = entryCount_;
   for (int bucket = topBucket_; bucket >= 0; --bucket) {
     if (haveBest_ && bucket < best_.points && bucket < kBuckets - 1) break;
     while (heads_[size_t(bucket)] >= 0) {
@@ -948,10 +919,6 @@ void ExactMoves::RunBest(bool firstPlay) {
       Entry& entry = entries_[size_t(index)];
       heads_[size_t(bucket)] = entry.next;
       if (haveBest_ && entry.bound < best_.points) continue;
-      if (entry.shape == kWholeRow) {
-        AddStrips(entry.line);
-        continue;
-      }
       const Strip strip = StripOf(entry);
       if (!entry.refined) {
         // The memory the next stretch will need is asked for while this
@@ -995,7 +962,7 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
   uint32_t tiles = 0, crossed = 0, dead = 1u << kSize;
   uint64_t counts[kSize + 1], keys[kSize + 1];
   counts[0] = keys[0] = 0;
-  int frees[kSize + 8], freeCount = 0, freeBefore[kSize];
+  int frees[kSize + 8], freeCount = 0;
   for (int x = 0; x < kSize; ++x) {
     const Square& s = line[x];
     const size_t square = size_t(row * kSize + x);
@@ -1006,7 +973,6 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
                     (uint64_t(s.crossSum * kPremium[square].word) << kCrossPoints);
     keys[x + 1] = keys[x] + kTileKey[size_t(s.tile + 1)];
     frees[freeCount] = x;
-    freeBefore[x] = freeCount;
     freeCount += !tile;
     tiles |= uint32_t(tile) << x;
     crossed |= uint32_t(s.crossed) << x;
@@ -1028,9 +994,10 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
     // Ends from the first square a play must cover (with its fewest tiles,
     // and past the start) to before the free square one beyond seven
     // tiles, or before a square no letter fills.
-    const int last = std::min(frees[freeBefore[start] + 7], __builtin_ctz(dead >> start << start));
+    const int freeBefore = Count(counts[start], kFreeSquares);
+    const int last = std::min(frees[freeBefore + 7], __builtin_ctz(dead >> start << start));
     const int first =
-        std::max({__builtin_ctz(touch >> start << start), frees[freeBefore[start] + fewest - 1], start + 1});
+        std::max({__builtin_ctz(touch >> start << start), frees[freeBefore + fewest - 1], start + 1});
     if (first >= last) continue;
     for (uint32_t es = ends & ((1u << last) - 1u) >> first << first; es; es &= es - 1) {
       const int e = __builtin_ctz(es);
@@ -1041,8 +1008,11 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
       shape.boardKey = keys[e + 1] - keys[start];
       shape.fixed = int16_t(Count(c, kBoardPoints) * factor + Count(c, kCrossPoints) + (k == 7 ? kBonus : 0));
       shape.squares = uint16_t(((1u << (e + 1)) - 1u) >> start << start);
+      shape.factor = uint8_t(factor);
       // (the counts of the bound, as the fields lie)
-      shape.counts = uint32_t(factor) | uint32_t(c & ((1u << 18) - 1u)) << 8;
+      shape.kN3 = uint8_t(c);
+      shape.n32O3 = uint8_t(c >> 8);
+      shape.o32Open = uint8_t(c >> 16);
       // One tile with a tile above or below it makes a play down.
       const bool kept = down || k != 1 || Count(c, kCrossedSquares) != 1;
       sevenCount += kept && k == 7;
@@ -1054,141 +1024,90 @@ void ExactMoves::MakeShapes(bool down, int row, bool firstPlay) {
   shapes.assign(made, made + madeCount);
   shapes.insert(shapes.end(), sevens, sevens + sevenCount);
   sevensFrom_[size_t(lineIndex)] = uint8_t(madeCount);
-  RowMost most;
-  for (int i = 0; i < madeCount; ++i) {
-    const StripShape& shape = made[i];
-    most.fixed = std::max(most.fixed, shape.fixed);
-    most.factor = std::max(most.factor, uint8_t(shape.Factor()));
-    most.n3 = std::max(most.n3, uint8_t(shape.AllIndex() >> 6));
-    most.n32 = std::max(most.n32, uint8_t((shape.AllIndex() >> 3) & 7));
-    most.free = std::max(most.free, uint8_t(shape.Free()));
-  }
-  rowMost_[size_t(lineIndex)] = most;
   shapeWeights_[size_t(lineIndex)].assign(shapes.size(), ShapeWeights{{}, false});
 }
 
-inline int ExactMoves::DearestOf(uint32_t letters) const {
-  int most = 0;
-  for (int j = valueCount_ - 1; j >= 0; --j) most = letters & classLetters_[j] ? classValue_[j] : most;
-  return most;
-}
-
-int ExactMoves::RowBound(int lineIndex) const {
-  // The most of each count of the row's stretches as if one stretch had
-  // them all, and every crossed square of the row taking the dearest
-  // letter of the rack its cross word allows.
-  const RowMost& most = rowMost_[size_t(lineIndex)];
-  const int row = lineIndex % kSize;
-  const Square* line = &squares_[lineIndex / kSize][size_t(row * kSize)];
-  const Premium* premiums = &kPremium[size_t(row * kSize)];
-  int cross = 0;
-  for (uint32_t xs = crossedSquares_[size_t(lineIndex)]; xs; xs &= xs - 1) {
-    const int x = __builtin_ctz(xs);
-    cross += DearestOf(line[x].cross) * premiums[x].letter * premiums[x].word;
-  }
-  return most.fixed + most.factor * (topValues_[most.n3] + topValues_[most.n32] + topValues_[most.free]) + cross;
-}
-
-void ExactMoves::CrossOf(int lineIndex, RowCross& cross) const {
+void ExactMoves::AddStrips(bool down, int row) {
   // Of the free squares with tiles above or below (the others take any
   // letter), those no letter of the rack may fill; and up to each square,
   // what they may bring at most, in their cross words and in the row's:
   // the dearest letter of the rack their cross words allow, times the
   // square's factors.
-  const int row = lineIndex % kSize;
-  const Square* line = &squares_[lineIndex / kSize][size_t(row * kSize)];
+  const int lineIndex = (down ? kSize : 0) + row;
+  const Square* line = &squares_[down ? 1 : 0][size_t(row * kSize)];
   const Premium* premiums = &kPremium[size_t(row * kSize)];
+  uint32_t blocked = 0;
+  int crossMost[kSize + 1] = {}, crossedMost[kSize + 1] = {};
   for (uint32_t xs = crossedSquares_[size_t(lineIndex)]; xs; xs &= xs - 1) {
     const int x = __builtin_ctz(xs);
-    const uint32_t letters = line[x].cross;
-    cross.blocked |= uint32_t(!(letters & usable_)) << x;
-    const int most = DearestOf(letters) * premiums[x].letter;
-    cross.crossMost[x + 1] = most * premiums[x].word;
-    cross.crossedMost[x + 1] = most;
+    const uint32_t cross = line[x].cross;
+    blocked |= uint32_t(!(cross & usable_)) << x;
+    uint32_t allowed = 1u << 7;  // (bit j: the rack's j-th dearest letter; then none)
+    for (int j = 0; j < 7; ++j) allowed |= uint32_t((cross & rankBit_[j]) != 0) << j;
+    const int most = rankValue_[__builtin_ctz(allowed)] * premiums[x].letter;
+    crossMost[x + 1] = most * premiums[x].word;
+    crossedMost[x + 1] = most;
   }
   for (int x = 0; x < kSize; ++x) {
-    cross.crossMost[x + 1] += cross.crossMost[x];
-    cross.crossedMost[x + 1] += cross.crossedMost[x];
+    crossMost[x + 1] += crossMost[x];
+    crossedMost[x + 1] += crossedMost[x];
   }
-}
-
-int ExactMoves::AddEntries(int lineIndex, const RowCross& __restrict cross, int from, int to, const int16_t* sums) {
-  // Each of the row's stretches from `from` to before `to` that the rack
-  // may fill, weighed with `sums` (see MainBoundOf) and pushed. (What the
-  // loop reads and writes held apart, so that no write is taken to change
-  // what it reads.)
-  const StripShape* const shapes = shapes_[size_t(lineIndex)].data();
-  Entry* __restrict const entries = entries_.data();
-  int32_t* __restrict const heads = heads_.data();
-  const uint32_t blocked = cross.blocked;
-  const int rackSize = rackSize_;
+  // (what the loops read and write held apart, so that no write is taken
+  // to change what they read)
+  const std::vector<StripShape>& shapes = shapes_[size_t(lineIndex)];
+  const StripShape* const first = shapes.data();
+  const int count = int(shapes.size()), sevens = sevensFrom_[size_t(lineIndex)], rackSize = rackSize_;
+  Entry* const entries = entries_.data();
+  int32_t* const heads = heads_.data();
   int used = entryCount_, topBucket = topBucket_;
-  for (int index = from; index < to; ++index) {
-    const StripShape& shape = shapes[index];
-    const bool kept = !(shape.squares & blocked) && shape.Free() <= rackSize;
-    const int start = __builtin_ctz(shape.squares), end = 32 - __builtin_clz(shape.squares);
-    const int crossMost = cross.crossMost[end] - cross.crossMost[start];
-    const int crossedMost = cross.crossedMost[end] - cross.crossedMost[start];
-    const int bound =
-        MainBoundOf(shape, sums[shape.AllIndex()], sums[shape.OpenIndex()], crossedMost) + crossMost;
+  const uint64_t rackKey = wayKey_[(1u << rackSize) - 1u];
+  const auto add = [&](int index, const int16_t* top, bool kept) __attribute__((always_inline)) {
+    const StripShape& shape = first[index];
+    const int from = __builtin_ctz(shape.squares), to = 32 - __builtin_clz(shape.squares);
+    const int cross = crossMost[to] - crossMost[from], crossed = crossedMost[to] - crossedMost[from];
+    const int bound = MainBoundOf(shape, top, crossed) + cross;
     const int bucket = std::min(bound, kBuckets - 1);
     entries[used] = Entry{.bound = bound,
                           .next = heads[bucket],
-                          .crossMost = int16_t(crossMost),
-                          .crossedMost = int16_t(crossedMost),
+                          .crossMost = int16_t(cross),
+                          .crossedMost = int16_t(crossed),
                           .line = uint8_t(lineIndex),
                           .shape = uint8_t(index),
                           .refined = false};
     heads[bucket] = kept ? used : heads[bucket];
     topBucket = kept ? std::max(topBucket, bucket) : topBucket;
     used += kept;
+  };
+  // Stretches of fewer than seven tiles, weighed by the rack's dearest
+  // tiles until their turn comes.
+  for (int index = 0; index < sevens; ++index) {
+    const StripShape& shape = first[index];
+    add(index, topValues_, !(shape.squares & blocked) && shape.Free() <= rackSize);
   }
-  const int added = used - entryCount_;
+  // The plays of every tile: only when the rack's ways make a word with
+  // these board letters, and for what these ways bring.
+  if (rackSize == 7)
+    for (int index = sevens; index < count; ++index) {
+      const StripShape& shape = first[index];
+      if (shape.squares & blocked) continue;
+      if (rackBlanks_ == 0) {
+        // (without a blank, the one way is the whole rack: its word or none)
+        const FilterSpot spot = SpotOf(shape.boardKey + rackKey, multisets_.size() - 1);
+        ++stats_.lookups;
+        if ((multisets_[spot.at] & spot.bits) == spot.bits) add(index, topValues_, true);
+        continue;
+      }
+      if (rackBlanks_ == 2) {
+        // (with two, the one way is the whole rack too, taken to make a word
+        // until the stretch is searched)
+        add(index, topValues_, true);
+        continue;
+      }
+      const Known& known = KnownFor(shape.boardKey, 7);
+      if (known.any) add(index, known.top, true);
+    }
   entryCount_ = used;
   topBucket_ = topBucket;
-  return added;
-}
-
-void ExactMoves::AddStrips(int lineIndex) {
-  // The stretches of fewer than seven tiles, weighed by the rack's dearest
-  // tiles until their turn comes.
-  RowCross cross;
-  CrossOf(lineIndex, cross);
-  stats_.strips += AddEntries(lineIndex, cross, 0, sevensFrom_[size_t(lineIndex)], topSums_);
-}
-
-void ExactMoves::AddSevens(int lineIndex) {
-  // The plays of every tile: only when the rack's ways make a word with
-  // the stretch's board letters, and for what these ways bring.
-  const std::vector<StripShape>& shapes = shapes_[size_t(lineIndex)];
-  const int count = int(shapes.size());
-  if (rackSize_ != 7 || sevensFrom_[size_t(lineIndex)] == count) return;
-  const uint64_t rackKey = wayKey_[(1u << rackSize_) - 1u];
-  RowCross cross;
-  bool crossMade = false;
-  for (int index = sevensFrom_[size_t(lineIndex)]; index < count; ++index) {
-    const StripShape& shape = shapes[size_t(index)];
-    const int16_t* sums = topSums_;
-    int16_t knownSums[512];
-    if (rackBlanks_ == 0) {
-      // (without a blank, the one way is the whole rack: its word or none)
-      const FilterSpot spot = SpotOf(shape.boardKey + rackKey, multisets_.size() - 1);
-      ++stats_.lookups;
-      if ((multisets_[spot.at] & spot.bits) != spot.bits) continue;
-    } else if (rackBlanks_ == 1) {
-      const Known& known = KnownFor(shape.boardKey, 7);
-      if (!known.any) continue;
-      FillSums(known.top, knownSums);
-      sums = knownSums;
-    }
-    // (with two, the one way is the whole rack too, taken to make a word
-    // until the stretch is searched)
-    if (!crossMade) {
-      CrossOf(lineIndex, cross);
-      crossMade = true;
-    }
-    stats_.strips += AddEntries(lineIndex, cross, index, index + 1, sums);
-  }
 }
 
 ExactMoves::Strip ExactMoves::StripOf(const Entry& entry) const {
@@ -1391,7 +1310,7 @@ void ExactMoves::StripWeights(const Strip& strip, int* weights) {
       if (s.tile >= 0) continue;
       const Premium p = premiums[x];
       // (put in its place without a branch: the lighter carried on)
-      uint8_t carried = uint8_t(p.letter * (strip.shape.Factor() + (s.crossed ? p.word : 0)));
+      uint8_t carried = uint8_t(p.letter * (strip.shape.factor + (s.crossed ? p.word : 0)));
       for (int i = 0; i < n; ++i) {
         const uint8_t here = shape.weights[i];
         shape.weights[i] = std::max(here, carried);
@@ -1424,15 +1343,14 @@ int ExactMoves::Refine(const Strip& strip) {
   weights[strip.shape.Free()] = 0;
   int bound = strip.shape.fixed;
   for (int j = 1; j <= strip.shape.Free(); ++j) bound += (weights[j - 1] - weights[j]) * known.top[j];
-  const int all = SumOf(known.top, strip.shape.AllIndex()), open = SumOf(known.top, strip.shape.OpenIndex());
-  return std::min(bound, MainBoundOf(strip.shape, all, open, strip.crossedMost) + strip.crossMost);
+  return std::min(bound, MainBoundOf(strip.shape, known.top, strip.crossedMost) + strip.crossMost);
 }
 
 void ExactMoves::SearchStrip(const Strip& strip) {
   EnterRow(strip.down, strip.row, strip.start, strip.end);
   start_ = strip.start;
   end_ = strip.end;
-  const int factor = strip.shape.Factor();
+  const int factor = strip.shape.factor;
   stripFactor_ = factor;
   const int k = strip.shape.Free();
   Known& known = KnownFor(strip.shape.boardKey, k);

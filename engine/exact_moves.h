@@ -31,10 +31,7 @@
 // worth (the rack's dearest tiles on the heaviest squares, each square
 // between tiles above and below by the dearest letter of the rack its cross
 // word allows), and the stretches are searched the most promising first,
-// until none can reach the best play found. A row's stretches of fewer than
-// seven tiles wait as one, weighed by the highest of their counts as if one
-// stretch had them all, and are weighed one by one only when that can
-// still reach the best play. Before a stretch is searched
+// until none can reach the best play found. Before a stretch is searched
 // its weight is made closer: only the ways of taking tiles from the rack
 // that make a word of its length with its board letters count (the letters
 // of every word, as multisets, are kept in a filter made at the first
@@ -160,7 +157,6 @@ class ExactMoves {
     uint8_t tileValue : 4 = 0;  // its value (0 for a blank)
     bool crossed : 1 = false;   // a tile above or below it
     bool anchor : 1 = false;
-    uint8_t spare : 2 = 0;  // (all its bits set: squares compare as one number)
   };
   static_assert(sizeof(Square) == 8);
   enum class Mode { All, Best };
@@ -173,15 +169,12 @@ class ExactMoves {
     uint64_t boardKey;  // the board's letters in it
     int16_t fixed;      // the points that do not hang on the tiles laid
     uint16_t squares;   // bit x: column x is in it
-    // Its word factor (8 bits); then three bits each: its free squares,
-    // those that double or triple their letter and those that triple it (an
-    // index of sums, see MainBoundOf); and the same of its free squares not
-    // crossed.
-    uint32_t counts;
-    int Factor() const { return int(counts & 255u); }
-    int Free() const { return int(counts >> 8) & 7; }
-    int AllIndex() const { return int(counts >> 8) & 511; }
-    int OpenIndex() const { return int(counts >> 17) & 511; }
+    uint8_t factor;     // its word factor
+    // Its free squares (k), those that triple and double or triple their
+    // letter (n3, n32), the same of those not crossed (o3, o32) and the
+    // free squares not crossed (open), four bits each.
+    uint8_t kN3, n32O3, o32Open;
+    int Free() const { return kN3 & 15; }
   };
   // A stretch of a row that a play of the best mode may cover exactly: from
   // `start` to before `end`, its shape as the board makes it.
@@ -201,7 +194,7 @@ class ExactMoves {
     int16_t crossMost;    // the most its cross words may bring with the rack
     int16_t crossedMost;  // ... its crossed squares, in its main word (without the word factor)
     uint8_t line;         // its row (down after across)
-    uint8_t shape;        // its shape in the row's (kWholeRow: the row's stretches of fewer than seven tiles)
+    uint8_t shape;        // its shape in the row's
     bool refined;
   };
 
@@ -222,30 +215,10 @@ class ExactMoves {
   void RunBest(bool firstPlay);
   void MakeGraphTables();
   void MakeShapes(bool down, int row, bool firstPlay);
-  // A row's stretches of fewer than seven tiles are weighed only when the
-  // most any of them may be worth (RowBound) can still reach the best play;
-  // those of seven tiles at once (AddSevens).
-  int RowBound(int lineIndex) const;
-  void AddStrips(int lineIndex);
-  void AddSevens(int lineIndex);
-  // Of a row's free squares with tiles above or below, those no tile of the
-  // rack may fill, and up to each square what they may bring at most with
-  // the rack (see AddStrips).
-  struct RowCross {
-    uint32_t blocked = 0;
-    int crossMost[16] = {};
-    int crossedMost[16] = {};
-  };
-  void CrossOf(int lineIndex, RowCross& cross) const;
-  // The dearest value of the rack's letters among `letters` (0 for none).
-  int DearestOf(uint32_t letters) const;
-  int AddEntries(int lineIndex, const RowCross& cross, int from, int to, const int16_t* sums);
+  void AddStrips(bool down, int row);
   void Push(int entry);
   Strip StripOf(const Entry& entry) const;
-  static int MainBoundOf(const StripShape& shape, int all, int open, int crossedMost);
-  // The sums top[a] + top[b] + top[c] at index a << 6 | b << 3 | c, for a <= b <= c.
-  static void FillSums(const int16_t* top, int16_t* sums);
-  static int SumOf(const int16_t* top, int index) { return top[index >> 6] + top[(index >> 3) & 7] + top[index & 7]; }
+  static int MainBoundOf(const StripShape& shape, const int16_t* top, int crossedMost);
   struct Known;
   Known& KnownFor(uint64_t boardKey, int k);
   void AddHit(Known& known, uint32_t way, int first, int second);
@@ -318,7 +291,6 @@ class ExactMoves {
   int8_t rackBlanks_ = 0;              // as drawn
   int rackSize_ = 0;
   int16_t topValues_[8] = {};  // sums of the rack's highest values: topValues_[k] for the k highest
-  int16_t topSums_[512] = {};  // of topValues_ (see FillSums)
   // The rack's tiles by value, highest first (a blank is -1), the ways to
   // take some of them that differ in letters, and for each way the multiset
   // of its letters.
@@ -333,23 +305,14 @@ class ExactMoves {
   // and bits (then 0).
   int8_t byValue_[7] = {};
   int byValueCount_ = 0;
-  // The rack's letters by their values, dearest value first (then none).
-  int valueCount_ = 0;
-  int classValue_[7] = {};
-  uint32_t classLetters_[7] = {};
+  int rankValue_[8] = {};
+  uint32_t rankBit_[8] = {};
 
   // The stretches a play may cover, as the board makes them, by row (down
   // after across), kept while the row's squares stand; the rows to make
   // again (bit by row, across and down).
   std::array<std::vector<StripShape>, 2 * 15> shapes_;
   std::array<uint8_t, 2 * 15> sevensFrom_{};  // of each row, its first shape of seven tiles (they come last)
-  // Of each row, the most of each count over its stretches of fewer than
-  // seven tiles, each on its own (free squares 0: there are none).
-  struct RowMost {
-    int16_t fixed = 0;
-    uint8_t factor = 0, n3 = 0, n32 = 0, free = 0;
-  };
-  std::array<RowMost, 2 * 15> rowMost_{};
   // For each shape, what a point of a tile is worth on each of its free
   // squares (in the word and in its cross word), heaviest first, once told.
   struct ShapeWeights {
@@ -361,7 +324,6 @@ class ExactMoves {
   std::array<uint16_t, 2 * 15> crossedSquares_{};  // of each row, the free squares with a tile above or below
   // The stretches of the best mode, and for each bound the last pushed.
   static constexpr int kShapesInRow = 15 * 16 / 2;  // a first and a last column at most
-  static constexpr uint8_t kWholeRow = 255;         // the shape of an entry that stands for its row's
   std::vector<Entry> entries_;
   int entryCount_ = 0;
   std::vector<int32_t> heads_;
